@@ -1,0 +1,269 @@
+#pragma once
+
+#include "array/Array.h"
+#include "image/GrayView.h"
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+/// Edge polarities: along the measuring line from dark to bright, or from bright to dark.
+enum { BLACK_AND_WHITE = 0, WHITE_AND_BLACK = 1 };
+/// Directions of a measured edge: roughly vertical, or roughly horizontal.
+enum { DIRECTION_VERTICAL = 0, DIRECTION_HORIZENTAL = 1 };
+
+/// A measured straight edge.
+struct _stLineGaugeResult
+{
+    LONG x1; ///< first end point of the fitted segment
+    LONG y1;
+    LONG x2; ///< second end point
+    LONG y2;
+    LONG center_x; ///< the strongest edge on the centre scan line
+    LONG center_y;
+    double angle; ///< orientation in degrees, counter-clockwise with y pointing up
+};
+
+/// An 8-bit gray image: rows top-down and unpadded, 0 = black, 255 = white.
+///
+/// The image owns its buffer unless SetImagePtrLink made it borrow the caller's, which it never frees. Nothing
+/// throws; an operation whose precondition fails does nothing. No operation touches memory outside the image's
+/// buffer, whatever its arguments. Different images may be used from different threads at once; one image only
+/// from one thread at a time. Rectangles have inclusive corners and are put in order unless said otherwise.
+class ORMALUX_API CKestImage
+{
+public:
+    // Construction and pixels (image/VisionImage.cpp)
+
+    /// An empty image.
+    CKestImage();
+    /// A black image.
+    CKestImage(int width, int height);
+    /// A copy of width x height bytes.
+    CKestImage(int width, int height, unsigned char* pixels);
+    /// A gray image made from 8-, 24- or 32-bit pixels; see SetImagePtr.
+    CKestImage(int width, int height, int bitsPerPixel, unsigned char* pixels, const char* channels);
+    /// A deep copy, never linked.
+    CKestImage(const CKestImage& other);
+    CKestImage& operator=(const CKestImage& other);
+    ~CKestImage();
+
+    /// A black image; with both sizes 0, or a size below 0, or too little memory, an image without a buffer.
+    void SetImagePtr(int width, int height);
+    /// A copy of width x height bytes, rows top-down and unpadded.
+    void SetImagePtr(int width, int height, unsigned char* pixels);
+    /// A gray image from top-down, unpadded pixels. 24 bits: channels names the gray value, one of "R", "G", "B",
+    /// "RGB" (mean), "RG", "RB", "GB" (halved sums); anything else gives a black image. 32 bits: deliberately only
+    /// the first quarter of the image is written. 8 bits: a copy. Other depths: width and height without a buffer.
+    void SetImagePtr(int width, int height, int bitsPerPixel, unsigned char* pixels, const char* channels);
+    /// Borrows width x height bytes, which must outlive their use by this image.
+    void SetImagePtrLink(int width, int height, unsigned char* pixels);
+    void SetEmpty();
+    /// Whether the image has no buffer.
+    BOOL IsEmpty() const { return m_pixels == nullptr; }
+    int GetWidth() const { return m_width; }
+    int GetHeight() const { return m_height; }
+    /// Width x height.
+    int GetImageLen() const { return m_length; }
+
+    /// The pixel, 0 outside the buffer.
+    unsigned char GetPixel(int x, int y) const;
+    void SetPixel(int x, int y, unsigned char value);
+    /// A new copy of the rectangle, which the caller frees with delete[]; null when it leaves the image.
+    unsigned char* GetImagePtr(int x1, int y1, int x2, int y2) const;
+    /// Deliberate: a new empty image, whatever the arguments; the caller deletes it.
+    CKestImage* GetImage(int x1, int y1, int x2, int y2) const;
+    /// Crops to the rectangle; nothing happens when it leaves the image. Deliberate: the new size comes from the
+    /// arguments as given, so a reversed rectangle gives a size of 0 or less.
+    void SetROIPlacement(int x1, int y1, int x2, int y2);
+    void SetROIPlacement(const RECT& rect);
+
+    // Whole-image edits (image/VisionImageEdit.cpp)
+
+    /// The number of pixels of the level.
+    long GetGrayLevelCount(unsigned char level) const;
+    /// Fills the rectangle. Deliberate: x2 = width and y2 = height pass, and fill the next row's first pixel.
+    void Marking(int x1, int y1, int x2, int y2, unsigned char value);
+    /// Every pixel with low <= p <= high becomes value.
+    void Marking(unsigned char low, unsigned char high, unsigned char value);
+    /// Pixels that differ from the other image's by more than tolerance become value, all others the opposite
+    /// extreme: 0, or 255 when value is 0. Images of different length: nothing happens.
+    void MarkingDiffer(const CKestImage& other, unsigned char value, int tolerance);
+    /// Shifts the content left and up as one run of bytes; what leaves a row enters its neighbour, and what
+    /// leaves the image is lost. Uncovered bytes become 0. A linked image gets a buffer of its own.
+    void Offset(int dx, int dy);
+    /// Adds in place, modulo 256; nothing happens for images of different size. Returns this image.
+    CKestImage& operator+(const CKestImage& other);
+    /// Subtracts in place, stopping at 0; nothing happens for images of different size. Returns this image.
+    CKestImage& operator-(const CKestImage& other);
+    /// Paints the image upright into the rectangle. Needs the display module.
+    void PaintImage(HDC dc, CRect rect);
+
+    // Files (image/VisionImageFile.cpp)
+
+    /// Reads an 8-bit BMP; its palette is not applied. Returns 1, or 0 on failure. Deliberate: the file's rows are
+    /// taken as unpadded, so only widths that are a multiple of 4 load right. A refused header leaves the image
+    /// as it was; pixels that the file does not hold in full leave it without a buffer.
+    int LoadImage(const char* path);
+    /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written.
+    int SaveImage(const char* path) const;
+
+    // Point operations (image/VisionImagePoint.cpp)
+
+    /// p becomes 255 - p.
+    void Invert();
+    /// p becomes (p - 128) x (contrast + 100) / 100 + brightness + 128, rounded and clamped. Brightness -255 to
+    /// 255, contrast -100 to 100; otherwise nothing happens.
+    void Light(long brightness, long contrast);
+    /// p becomes 255 x (p / 255)^(1 / gamma), truncated; nothing happens unless gamma > 0.
+    void Gamma(float gamma);
+    /// p becomes the share of pixels not above p, scaled to 255.
+    void HistoEqualize();
+    /// p becomes 255 x ln(p + 1) / ln(m + 1), m the largest pixel value but at least 1.
+    void HistoLog();
+    /// Deliberate: p becomes sqrt(p) x 128 / ln(m + 1), at most 255; a square root scaled by a logarithm.
+    void HistoRoot();
+    /// Stretches the levels between the 1 % ends to 0 .. 254.
+    void HistoNormalize();
+    /// Stretches the occupied levels to 0 .. 255.
+    void HistoStretch();
+    /// Stretches the levels between the 3 % ends to 0 .. 255, rounding.
+    void AutoContrast();
+
+    // Histogram, thresholds and statistics (image/VisionImagePoint.cpp)
+
+    /// Every pixel greater than t becomes 255, every other 0.
+    void Threshold(int t);
+    /// A pixel with lower <= p <= upper becomes value, every other 0 if value is 255 and 255 otherwise.
+    void DoubleThreshold(int upper, int lower, unsigned char value);
+    /// A threshold per row, the mean over the row's rising edges; rows without one are filled with fill.
+    void AdaptiveThreshold(unsigned char fill);
+    /// The mean gray level of the rising edges of every step-th line: runs of at least 5 rising pixels whose rise
+    /// exceeds twice their length. mode 'H' rows, 'V' columns, 'A' both; other modes and no edges give 0.
+    long GetAutoThreshold(char mode, int step) const;
+    long GetAutoThreshold(int x1, int y1, int x2, int y2, char mode, int step) const;
+    /// Adds the number of pixels of each level to the 256 counts.
+    void Histogram(long* histogram) const;
+    /// The mean level; 0 for an empty image or a rectangle that leaves it.
+    double GetGrayLevelAverage() const;
+    double GetGrayLevelAverage(int x1, int y1, int x2, int y2) const;
+    /// The mean position of the pixels above the threshold (polarity 255) or not above it (0), in coordinates of
+    /// the image. With nothing counted the outputs stay untouched.
+    void GetGravityCenter(int threshold, unsigned char polarity, long* cx, long* cy) const;
+    void GetGravityCenter(int x1, int y1, int x2, int y2, int threshold, unsigned char polarity, long* cx,
+                          long* cy) const;
+    /// Appends every pixel with low <= p <= high, by rows; returns ar.GetCount().
+    int GetPixelArray(unsigned char low, unsigned char high, CPixelArray& ar) const;
+    /// The same over a rectangle, in coordinates of the image; nothing when it leaves the image.
+    int GetPixelArray(int x1, int y1, int x2, int y2, unsigned char low, unsigned char high, CPixelArray& ar) const;
+
+    // Filters and morphology (image/VisionImageFilter.cpp)
+
+    void Filter(long* kernel, long size, long divisor, long offset, int threaded);
+    void Sharpen();
+    void Blur();
+    void Soften();
+    void Gassian3x3();
+    void Gassian5x5();
+    void Emboss();
+    void Edge();
+    void Laplacian();
+    void Erode();
+    void Dilate();
+    void OpenBox();
+    void CloseBox();
+
+    // Geometric transforms (image/VisionImageTransform.cpp)
+
+    /// Rotates clockwise by angle degrees about (cx, cy), keeping the size: each source pixel goes to its
+    /// truncated target, later ones win, holes take the mean of their row neighbours. fill is not used.
+    void Rotate(int cx, int cy, double angle, unsigned char fill);
+    /// Quarter turns about the centre. Deliberate: the size stays, corners that leave the frame are lost.
+    void Rotate90L();
+    void Rotate90R();
+    void Rotate180();
+    /// Mirrors left and right.
+    void RotateHorzFlip();
+    /// Mirrors top and bottom. Deliberate: rows are addressed at the width rounded up to a multiple of 4.
+    void RotateVertFlip();
+
+    // Blobs (measure/VisionImageBlob.cpp)
+
+    int GetBlobList(int value, long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
+    int GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
+                    CBlobRectArray& result) const;
+    int GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w, long max_w,
+                    long min_h, long max_h, CBlobRectArray& result) const;
+    int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
+                    long max_h, CBlobRectArray& result) const;
+    int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
+                    long max_h, CPointArrayArray& result) const;
+    int GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w, long min_h, long max_h,
+                             CBlobRectArray& result) const;
+
+    // Plane geometry (measure/VisionImageGeometry.cpp)
+
+    static long Distance(int x1, int y1, int x2, int y2);
+    static double GetAngle(int x1, int y1, int x2, int y2);
+    static void RotatePoint(int x, int y, double angle, int cx, int cy, int* ox, int* oy);
+    static int PtInRectangle(int x1, int y1, int x2, int y2, int px, int py);
+    static int PtInPolygon(const POINT* points, unsigned int n, const POINT& p);
+    static int PtInCycle(int cx, int cy, int r, int px, int py);
+    static int GetLineSegment(int x1, int y1, int x2, int y2, CPointArray& ar);
+    static int GetCycleSegment(int cx, int cy, int r, CPointArray& ar);
+    static int GetEllipseSegment(int cx, int cy, int a, int b, CPointArray& ar);
+    static int GetArcSegment(int cx, int cy, int r, int start, int end, CPointArray& ar);
+    static int IntersectLine(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
+    static int GetCrossPoint(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, int& x, int& y);
+
+    // Sampling along shapes (measure/VisionImageSample.cpp)
+
+    int GetLinePixelArray(long x1, long y1, long x2, long y2, unsigned char low, unsigned char high,
+                          CPixelArray& ar) const;
+    int GetCyclePixelArray(long cx, long cy, long r, unsigned char low, unsigned char high, CPixelArray& ar) const;
+    int GetEllipsePixelArray(long cx, long cy, long a, int b, unsigned char low, unsigned char high,
+                             CPixelArray& ar) const;
+    int GetArcPixelArray(long cx, long cy, long r, int start, int end, unsigned char low, unsigned char high,
+                         CPixelArray& ar) const;
+
+    // Gauges (measure/VisionImageGauge.cpp)
+
+    int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, CPixelArray& ar) const;
+    int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, int threshold, CPixelArray& ar) const;
+    int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, long* best_x, long* best_y) const;
+    int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, int threshold, long* best_x,
+                      long* best_y) const;
+    int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step,
+                     _stLineGaugeResult& result) const;
+    int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step, int threshold,
+                     _stLineGaugeResult& result) const;
+
+    // Matching (match/VisionImageMatch.cpp)
+
+    int Match(int left, int top, int right, int bottom, int threshold, CMatchSrcArray& sources,
+              CMatchResultArray& results) const;
+    int Match(int threshold, CMatchSrcArray& sources, CMatchResultArray& results) const;
+    int MatchThresholdRange(int left, int top, int right, int bottom, int low, int high, CMatchSrcArray& sources,
+                            CMatchResultArray& results) const;
+    int OcrMatch(int threshold, int min_width, int max_width, int min_height, int max_height,
+                 CMatchSrcArray& sources, CMatchResultArray& results) const;
+    int OcrMatch(int left, int top, int right, int bottom, int threshold, int min_width, int max_width,
+                 int min_height, int max_height, CMatchSrcArray& sources, CMatchResultArray& results) const;
+    int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources, CMatchResultArray& results) const;
+
+    // For the library's own modules: the pixels in place; empty views for an image without pixels.
+    ormalux::GrayView view() { return valid() ? ormalux::GrayView{m_pixels, m_width, m_height, m_width} : ormalux::GrayView{}; }
+    ormalux::ConstGrayView view() const
+    {
+        return valid() ? ormalux::ConstGrayView{m_pixels, m_width, m_height, m_width} : ormalux::ConstGrayView{};
+    }
+
+private:
+    bool valid() const { return m_pixels && m_width > 0 && m_height > 0; }
+    /// Frees the buffer unless linked and adopts an owned one.
+    void adopt(unsigned char* pixels, int width, int height);
+
+    bool m_linked = false;
+    unsigned char* m_pixels = nullptr;
+    int m_width = 0;
+    int m_height = 0;
+    int m_length = 0;
+};

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace ormalux {
+
+/// The kinds of job, in the order in which their workers are made and ended.
+enum class Job {
+    EdgeLevelRows,
+    EdgeLevelColumns,
+    RotateMove,
+    RotateFill,
+    HalfTurn,
+    MirrorHorizontal,
+    MirrorVertical,
+    DoubleThreshold,
+    Threshold,
+    AdaptiveThreshold,
+    GraySum,
+    PixelCollection,
+    OcrMatch,
+    PatternMatch,
+    RangedMatch,
+    Convolution,
+    LineGaugeFirst,
+    LineGaugeSecond,
+    ColorErosion,
+    ColorDilation,
+    Count
+};
+
+/// One worker's share of a job: the indices first up to, excluding, end.
+struct Band
+{
+    int index; ///< which band, 0 .. bandCount() - 1
+    std::int64_t first;
+    std::int64_t end;
+
+    std::int64_t size() const { return end - first; }
+};
+
+/// The number of bands that every job is cut into: the processors that the module found when it loaded.
+int bandCount();
+
+/// For tests and the benchmark: cuts jobs into n bands from now on; 0 restores the number found at load. Not to
+/// be called while operations run.
+void setBandCount(int n);
+
+/// The band with the given index of total / N indices each; the last one takes the remainder.
+Band bandOf(int index, std::int64_t total);
+
+/// What a job costs, which decides whether waking workers pays.
+struct JobCost
+{
+    std::int64_t nanoseconds; ///< estimated, on one core
+};
+
+namespace pool_detail {
+using Body = void (*)(void* context, const Band& band);
+void run(Job job, std::int64_t total, JobCost cost, Body body, void* context);
+} // namespace pool_detail
+
+/// Runs body(const Band&) once for every band and returns when all are done. Bands of total 0 run too.
+///
+/// Who runs a band is left open: the caller takes every band that no worker has claimed, so a cheap job ends on
+/// the calling thread without waiting for anybody. A body writes its own band or its own accumulator only; what
+/// the bands made is joined by the caller in band order, so no result depends on timing. Callers of one kind wait
+/// for each other; a body may itself run a job of another, later-waited kind (a range match runs pattern matches).
+/// A body must not throw.
+template <class F>
+void runBands(Job job, std::int64_t total, JobCost cost, F&& body)
+{
+    pool_detail::run(
+        job, total, cost,
+        [](void* context, const Band& band) { (*static_cast<std::remove_reference_t<F>*>(context))(band); },
+        const_cast<void*>(static_cast<const void*>(std::addressof(body))));
+}
+
+} // namespace ormalux
