@@ -50,8 +50,8 @@ public:
     int GetAverageCenterY();
 
     /// Removes every record none of whose four edges lies in the range [left, right] or [top, bottom] of its
-    /// axis. Deliberate: one edge in its range keeps the record, even if the rectangle does not meet the region.
-    /// Returns the number removed.
+    /// axis. Deliberate: one edge in its range keeps the record, even if the rectangle does not meet the
+    /// region. Returns the number removed.
     int ROIOverKill(int left, int top, int right, int bottom);
     /// Walks the records and removes each whose centre is further than distance from its successor's; returns
     /// the number removed.

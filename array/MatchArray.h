@@ -15,8 +15,8 @@ public:
     CMatchSrcArray(const CMatchSrcArray&) = default;
     CMatchSrcArray& operator=(const CMatchSrcArray&) = default;
 
-    /// Appends the source in the file. Nothing is appended when the file cannot be opened, is shorter than its
-    /// header or its pixels, or declares a negative size; a size of 0 loads as an empty source.
+    /// Appends the source in the file. Nothing is appended when the file cannot be opened, is shorter than
+    /// its header or its pixels, or declares a negative size; a size of 0 loads as an empty source.
     virtual void Add(const char* path);
     virtual _stMatchSource& GetAt(int index) { return at(index); }
 };

@@ -38,8 +38,8 @@ public:
     RECT GetBounds();
     /// The mean of the points, truncated; 0x80000000 in both coordinates when empty.
     POINT CenterPoint();
-    /// 1 when the point lies in the polygon by the winding rule, else 0: left and top borders are inside, right
-    /// and bottom borders outside.
+    /// 1 when the point lies in the polygon by the winding rule, else 0: left and top borders are inside,
+    /// right and bottom borders outside.
     int PtInPolygon(int x, int y);
     void Offset(int dx, int dy);
 };

@@ -14,14 +14,14 @@ namespace ormalux {
 
 /// The storage rules that every record array shares.
 ///
-/// A fresh array reports room for 100 records; growth reports exactly 100 more. The memory behind that report is
-/// taken at the first use and grows geometrically, so a million appends cost linear time. Records that storage
-/// gains are cleared to 0 (default-constructed).
+/// A fresh array reports room for 100 records; growth reports exactly 100 more. The memory behind that report
+/// is taken at the first use and grows geometrically, so a million appends cost linear time. Records that
+/// storage gains are cleared to 0 (default-constructed).
 ///
 /// Indexes are not validated: inside the reported room the stored record is read or written, anywhere else a
 /// spare one, so no index ever touches memory that the array does not own. References hold until the next
-/// operation that may grow the storage. Nothing throws; a failed allocation leaves the array unchanged. An array
-/// is not locked: one thread at a time.
+/// operation that may grow the storage. Nothing throws; a failed allocation leaves the array unchanged. An
+/// array is not locked: one thread at a time.
 template <class Record>
 class RecordArray
 {
@@ -38,8 +38,8 @@ public:
     }
     virtual ~RecordArray() { release(); }
 
-    /// Moves the records behind index one place down and lowers the count; an index at or behind the last record
-    /// only lowers the count. Does nothing on an empty array.
+    /// Moves the records behind index one place down and lowers the count; an index at or behind the last
+    /// record only lowers the count. Does nothing on an empty array.
     virtual void Remove(int index)
     {
         if (m_count < 1)
@@ -52,8 +52,8 @@ public:
     }
     /// The number of records in use.
     virtual int GetCount() { return m_count; }
-    /// Sets the room, not the count: the first min(old room, n) records are kept, others are cleared. The count
-    /// stays, also when it exceeds n. Nothing happens for n below 1 or beyond what can be had.
+    /// Sets the room, not the count: the first min(old room, n) records are kept, others are cleared. The
+    /// count stays, also when it exceeds n. Nothing happens for n below 1 or beyond what can be had.
     virtual void SetCount(int n)
     {
         if (n < 1 || !roomAllowed(n))
@@ -175,10 +175,13 @@ private:
     // What a caller can ask for at once; an array that grows record by record is limited by memory alone.
     static constexpr std::int64_t roomLimit = std::int64_t(1) << 30;
 
-    static bool roomAllowed(int n) { return n >= 0 && std::int64_t(n) * std::int64_t(sizeof(Record)) <= roomLimit; }
+    static bool roomAllowed(int n)
+    {
+        return n >= 0 && std::int64_t(n) * std::int64_t(sizeof(Record)) <= roomLimit;
+    }
 
-    /// A cleared record of the array's own: no state with a destructor of its own per thread, which would keep
-    /// the module from being unloaded.
+    /// A cleared record of the array's own: no state with a destructor of its own per thread, which would
+    /// keep the module from being unloaded.
     Record& spare()
     {
         if (!m_spare)
@@ -226,7 +229,8 @@ private:
         const std::int64_t size = std::max({n, m_allocated + m_allocated / 2, std::int64_t(16)});
         Record* fresh;
         if constexpr (trivial) {
-            fresh = static_cast<Record*>(std::realloc(static_cast<void*>(m_data), std::size_t(size) * sizeof(Record)));
+            fresh = static_cast<Record*>(
+                std::realloc(static_cast<void*>(m_data), std::size_t(size) * sizeof(Record)));
             if (!fresh)
                 return false;
         } else {

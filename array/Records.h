@@ -62,10 +62,10 @@ struct _stBlobRect
 /// A binary template. Pixels are 0 or 255, rows top-down and unpadded.
 struct _stMatchSource
 {
-    std::uint8_t key;   ///< polarity of a pattern (0 black object, 255 white), character of an OCR source
-    LONG threshold;     ///< the threshold at which the template was made; not used by matching
-    LONG black_count;   ///< template pixels equal to 0
-    LONG white_count;   ///< template pixels equal to 255
+    std::uint8_t key; ///< polarity of a pattern (0 black object, 255 white), character of an OCR source
+    LONG threshold;   ///< the threshold at which the template was made; not used by matching
+    LONG black_count; ///< template pixels equal to 0
+    LONG white_count; ///< template pixels equal to 255
     LONG width;
     LONG height;
     std::uint8_t* data; ///< width x height bytes, shared by every copy of the record; null when empty

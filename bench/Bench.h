@@ -30,7 +30,8 @@ struct Row
 /// What a file of rows adds to; called once before main's loop.
 using RowMaker = std::function<void(std::vector<Row>&)>;
 
-/// Registers the rows of a file: `static const bench::Register rows{[](std::vector<bench::Row>& table) {...}};`
+/// Registers the rows of a file: `static const bench::Register rows{[](std::vector<bench::Row>& table)
+/// {...}};`
 struct Register
 {
     explicit Register(RowMaker maker);

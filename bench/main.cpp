@@ -120,9 +120,11 @@ int run(int argc, char** argv)
     std::vector<Row> rows;
     for (const RowMaker& maker : makers())
         maker(rows);
-    nlohmann::json document{{"machine", machineName()}, {"workers", ormalux::bandCount()}, {"rows", nlohmann::json::array()}};
+    nlohmann::json document{
+        {"machine", machineName()}, {"workers", ormalux::bandCount()}, {"rows", nlohmann::json::array()}};
     if (!json) {
-        std::printf("%s, %d workers, medians of %d rounds\n", machineName().c_str(), ormalux::bandCount(), rounds);
+        std::printf("%s, %d workers, medians of %d rounds\n", machineName().c_str(), ormalux::bandCount(),
+                    rounds);
         std::printf("%-40s %-12s %10s %10s %10s %10s %7s %7s\n", "operation", "size", "ours ms", "peer1 ms",
                     "peer2 ms", "limit ms", "ratio", "goal");
     }
@@ -131,20 +133,26 @@ int run(int argc, char** argv)
         if (row.operation.find(filter) == std::string::npos)
             continue;
         if (row.check && !row.check()) {
-            std::fprintf(stderr, "%s, %s: the result differs from plain code\n", row.operation.c_str(), row.size.c_str());
+            std::fprintf(stderr, "%s, %s: the result differs from plain code\n", row.operation.c_str(),
+                         row.size.c_str());
             ++wrong;
             continue;
         }
         const Result r = measure(row, rounds);
         if (json)
-            document["rows"].push_back({{"operation", row.operation}, {"size", row.size}, {"peer", row.peer},
-                                        {"ours_ms", r.ours * 1e3}, {"peer1_ms", r.peer1 * 1e3},
-                                        {"peer2_ms", r.peer2 * 1e3}, {"limit_ms", r.limit * 1e3},
-                                        {"ratio", r.ratio()}, {"goal", row.goal}});
+            document["rows"].push_back({{"operation", row.operation},
+                                        {"size", row.size},
+                                        {"peer", row.peer},
+                                        {"ours_ms", r.ours * 1e3},
+                                        {"peer1_ms", r.peer1 * 1e3},
+                                        {"peer2_ms", r.peer2 * 1e3},
+                                        {"limit_ms", r.limit * 1e3},
+                                        {"ratio", r.ratio()},
+                                        {"goal", row.goal}});
         else
             std::printf("%-40s %-12s %10.4f %10.4f %10.4f %10.4f %7.3f %7.3f%s\n", row.operation.c_str(),
-                        row.size.c_str(), r.ours * 1e3, r.peer1 * 1e3, r.peer2 * 1e3, r.limit * 1e3, r.ratio(),
-                        row.goal, row.goal > 0 && r.ratio() > row.goal ? "  *" : "");
+                        row.size.c_str(), r.ours * 1e3, r.peer1 * 1e3, r.peer2 * 1e3, r.limit * 1e3,
+                        r.ratio(), row.goal, row.goal > 0 && r.ratio() > row.goal ? "  *" : "");
         std::fflush(stdout);
     }
     if (json)

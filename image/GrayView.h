@@ -26,11 +26,12 @@ struct ConstGrayView
     std::ptrdiff_t stride = 0;
 
     ConstGrayView() = default;
-    ConstGrayView(const std::uint8_t* p, int w, int h, std::ptrdiff_t s) : pixels(p), width(w), height(h), stride(s) {}
+    ConstGrayView(const std::uint8_t* p, int w, int h, std::ptrdiff_t s)
+        : pixels(p), width(w), height(h), stride(s)
+    {}
     ConstGrayView(const GrayView& view)
         : pixels(view.pixels), width(view.width), height(view.height), stride(view.stride)
-    {
-    }
+    {}
 
     const std::uint8_t* row(int y) const { return pixels + y * stride; }
     bool empty() const { return !pixels || width < 1 || height < 1; }

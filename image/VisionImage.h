@@ -6,9 +6,17 @@
 #include "platform/Types.h"
 
 /// Edge polarities: along the measuring line from dark to bright, or from bright to dark.
-enum { BLACK_AND_WHITE = 0, WHITE_AND_BLACK = 1 };
+enum
+{
+    BLACK_AND_WHITE = 0,
+    WHITE_AND_BLACK = 1
+};
 /// Directions of a measured edge: roughly vertical, or roughly horizontal.
-enum { DIRECTION_VERTICAL = 0, DIRECTION_HORIZENTAL = 1 };
+enum
+{
+    DIRECTION_VERTICAL = 0,
+    DIRECTION_HORIZENTAL = 1
+};
 
 /// A measured straight edge.
 struct _stLineGaugeResult
@@ -24,10 +32,11 @@ struct _stLineGaugeResult
 
 /// An 8-bit gray image: rows top-down and unpadded, 0 = black, 255 = white.
 ///
-/// The image owns its buffer unless SetImagePtrLink made it borrow the caller's, which it never frees. Nothing
-/// throws; an operation whose precondition fails does nothing. No operation touches memory outside the image's
-/// buffer, whatever its arguments. Different images may be used from different threads at once; one image only
-/// from one thread at a time. Rectangles have inclusive corners and are put in order unless said otherwise.
+/// The image owns its buffer unless SetImagePtrLink made it borrow the caller's, which it never frees.
+/// Nothing throws; an operation whose precondition fails does nothing. No operation touches memory outside
+/// the image's buffer, whatever its arguments. Different images may be used from different threads at once;
+/// one image only from one thread at a time. Rectangles have inclusive corners and are put in order unless
+/// said otherwise.
 class ORMALUX_API CKestImage
 {
 public:
@@ -50,9 +59,10 @@ public:
     void SetImagePtr(int width, int height);
     /// A copy of width x height bytes, rows top-down and unpadded.
     void SetImagePtr(int width, int height, unsigned char* pixels);
-    /// A gray image from top-down, unpadded pixels. 24 bits: channels names the gray value, one of "R", "G", "B",
-    /// "RGB" (mean), "RG", "RB", "GB" (halved sums); anything else gives a black image. 32 bits: deliberately only
-    /// the first quarter of the image is written. 8 bits: a copy. Other depths: width and height without a buffer.
+    /// A gray image from top-down, unpadded pixels. 24 bits: channels names the gray value, one of "R", "G",
+    /// "B", "RGB" (mean), "RG", "RB", "GB" (halved sums); anything else gives a black image. 32 bits:
+    /// deliberately only the first quarter of the image is written. 8 bits: a copy. Other depths: width and
+    /// height without a buffer.
     void SetImagePtr(int width, int height, int bitsPerPixel, unsigned char* pixels, const char* channels);
     /// Borrows width x height bytes, which must outlive their use by this image.
     void SetImagePtrLink(int width, int height, unsigned char* pixels);
@@ -71,8 +81,8 @@ public:
     unsigned char* GetImagePtr(int x1, int y1, int x2, int y2) const;
     /// Deliberate: a new empty image, whatever the arguments; the caller deletes it.
     CKestImage* GetImage(int x1, int y1, int x2, int y2) const;
-    /// Crops to the rectangle; nothing happens when it leaves the image. Deliberate: the new size comes from the
-    /// arguments as given, so a reversed rectangle gives a size of 0 or less.
+    /// Crops to the rectangle; nothing happens when it leaves the image. Deliberate: the new size comes from
+    /// the arguments as given, so a reversed rectangle gives a size of 0 or less.
     void SetROIPlacement(int x1, int y1, int x2, int y2);
     void SetROIPlacement(const RECT& rect);
 
@@ -99,9 +109,9 @@ public:
 
     // Files (image/VisionImageFile.cpp)
 
-    /// Reads an 8-bit BMP; its palette is not applied. Returns 1, or 0 on failure. Deliberate: the file's rows are
-    /// taken as unpadded, so only widths that are a multiple of 4 load right. A refused header leaves the image
-    /// as it was; pixels that the file does not hold in full leave it without a buffer.
+    /// Reads an 8-bit BMP; its palette is not applied. Returns 1, or 0 on failure. Deliberate: the file's
+    /// rows are taken as unpadded, so only widths that are a multiple of 4 load right. A refused header
+    /// leaves the image as it was; pixels that the file does not hold in full leave it without a buffer.
     int LoadImage(const char* path);
     /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written.
     int SaveImage(const char* path) const;
@@ -110,8 +120,8 @@ public:
 
     /// p becomes 255 - p.
     void Invert();
-    /// p becomes (p - 128) x (contrast + 100) / 100 + brightness + 128, rounded and clamped. Brightness -255 to
-    /// 255, contrast -100 to 100; otherwise nothing happens.
+    /// p becomes (p - 128) x (contrast + 100) / 100 + brightness + 128, rounded and clamped. Brightness -255
+    /// to 255, contrast -100 to 100; otherwise nothing happens.
     void Light(long brightness, long contrast);
     /// p becomes 255 x (p / 255)^(1 / gamma), truncated; nothing happens unless gamma > 0.
     void Gamma(float gamma);
@@ -136,8 +146,9 @@ public:
     void DoubleThreshold(int upper, int lower, unsigned char value);
     /// A threshold per row, the mean over the row's rising edges; rows without one are filled with fill.
     void AdaptiveThreshold(unsigned char fill);
-    /// The mean gray level of the rising edges of every step-th line: runs of at least 5 rising pixels whose rise
-    /// exceeds twice their length. mode 'H' rows, 'V' columns, 'A' both; other modes and no edges give 0.
+    /// The mean gray level of the rising edges of every step-th line: runs of at least 5 rising pixels whose
+    /// rise exceeds twice their length. mode 'H' rows, 'V' columns, 'A' both; other modes and no edges give
+    /// 0.
     long GetAutoThreshold(char mode, int step) const;
     long GetAutoThreshold(int x1, int y1, int x2, int y2, char mode, int step) const;
     /// Adds the number of pixels of each level to the 256 counts.
@@ -145,15 +156,16 @@ public:
     /// The mean level; 0 for an empty image or a rectangle that leaves it.
     double GetGrayLevelAverage() const;
     double GetGrayLevelAverage(int x1, int y1, int x2, int y2) const;
-    /// The mean position of the pixels above the threshold (polarity 255) or not above it (0), in coordinates of
-    /// the image. With nothing counted the outputs stay untouched.
+    /// The mean position of the pixels above the threshold (polarity 255) or not above it (0), in coordinates
+    /// of the image. With nothing counted the outputs stay untouched.
     void GetGravityCenter(int threshold, unsigned char polarity, long* cx, long* cy) const;
     void GetGravityCenter(int x1, int y1, int x2, int y2, int threshold, unsigned char polarity, long* cx,
                           long* cy) const;
     /// Appends every pixel with low <= p <= high, by rows; returns ar.GetCount().
     int GetPixelArray(unsigned char low, unsigned char high, CPixelArray& ar) const;
     /// The same over a rectangle, in coordinates of the image; nothing when it leaves the image.
-    int GetPixelArray(int x1, int y1, int x2, int y2, unsigned char low, unsigned char high, CPixelArray& ar) const;
+    int GetPixelArray(int x1, int y1, int x2, int y2, unsigned char low, unsigned char high,
+                      CPixelArray& ar) const;
 
     // Filters and morphology (image/VisionImageFilter.cpp)
 
@@ -190,14 +202,14 @@ public:
     int GetBlobList(int value, long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
     int GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
                     CBlobRectArray& result) const;
-    int GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w, long max_w,
-                    long min_h, long max_h, CBlobRectArray& result) const;
+    int GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
+                    long max_w, long min_h, long max_h, CBlobRectArray& result) const;
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CBlobRectArray& result) const;
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CPointArrayArray& result) const;
-    int GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w, long min_h, long max_h,
-                             CBlobRectArray& result) const;
+    int GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w, long min_h,
+                             long max_h, CBlobRectArray& result) const;
 
     // Plane geometry (measure/VisionImageGeometry.cpp)
 
@@ -218,7 +230,8 @@ public:
 
     int GetLinePixelArray(long x1, long y1, long x2, long y2, unsigned char low, unsigned char high,
                           CPixelArray& ar) const;
-    int GetCyclePixelArray(long cx, long cy, long r, unsigned char low, unsigned char high, CPixelArray& ar) const;
+    int GetCyclePixelArray(long cx, long cy, long r, unsigned char low, unsigned char high,
+                           CPixelArray& ar) const;
     int GetEllipsePixelArray(long cx, long cy, long a, int b, unsigned char low, unsigned char high,
                              CPixelArray& ar) const;
     int GetArcPixelArray(long cx, long cy, long r, int start, int end, unsigned char low, unsigned char high,
@@ -241,19 +254,24 @@ public:
     int Match(int left, int top, int right, int bottom, int threshold, CMatchSrcArray& sources,
               CMatchResultArray& results) const;
     int Match(int threshold, CMatchSrcArray& sources, CMatchResultArray& results) const;
-    int MatchThresholdRange(int left, int top, int right, int bottom, int low, int high, CMatchSrcArray& sources,
-                            CMatchResultArray& results) const;
+    int MatchThresholdRange(int left, int top, int right, int bottom, int low, int high,
+                            CMatchSrcArray& sources, CMatchResultArray& results) const;
     int OcrMatch(int threshold, int min_width, int max_width, int min_height, int max_height,
                  CMatchSrcArray& sources, CMatchResultArray& results) const;
     int OcrMatch(int left, int top, int right, int bottom, int threshold, int min_width, int max_width,
                  int min_height, int max_height, CMatchSrcArray& sources, CMatchResultArray& results) const;
-    int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources, CMatchResultArray& results) const;
+    int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
+                 CMatchResultArray& results) const;
 
     // For the library's own modules: the pixels in place; empty views for an image without pixels.
-    ormalux::GrayView view() { return valid() ? ormalux::GrayView{m_pixels, m_width, m_height, m_width} : ormalux::GrayView{}; }
+    ormalux::GrayView view()
+    {
+        return valid() ? ormalux::GrayView{m_pixels, m_width, m_height, m_width} : ormalux::GrayView{};
+    }
     ormalux::ConstGrayView view() const
     {
-        return valid() ? ormalux::ConstGrayView{m_pixels, m_width, m_height, m_width} : ormalux::ConstGrayView{};
+        return valid() ? ormalux::ConstGrayView{m_pixels, m_width, m_height, m_width}
+                       : ormalux::ConstGrayView{};
     }
 
 private:

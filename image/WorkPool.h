@@ -6,7 +6,8 @@
 namespace ormalux {
 
 /// The kinds of job, in the order in which their workers are made and ended.
-enum class Job {
+enum class Job
+{
     EdgeLevelRows,
     EdgeLevelColumns,
     RotateMove,
@@ -43,8 +44,8 @@ struct Band
 /// The number of bands that every job is cut into: the processors that the module found when it loaded.
 int bandCount();
 
-/// For tests and the benchmark: cuts jobs into n bands from now on; 0 restores the number found at load. Not to
-/// be called while operations run.
+/// For tests and the benchmark: cuts jobs into n bands from now on; 0 restores the number found at load. Not
+/// to be called while operations run.
 void setBandCount(int n);
 
 /// The band with the given index of total / N indices each; the last one takes the remainder.
@@ -63,11 +64,11 @@ void run(Job job, std::int64_t total, JobCost cost, Body body, void* context);
 
 /// Runs body(const Band&) once for every band and returns when all are done. Bands of total 0 run too.
 ///
-/// Who runs a band is left open: the caller takes every band that no worker has claimed, so a cheap job ends on
-/// the calling thread without waiting for anybody. A body writes its own band or its own accumulator only; what
-/// the bands made is joined by the caller in band order, so no result depends on timing. Callers of one kind wait
-/// for each other; a body may itself run a job of another, later-waited kind (a range match runs pattern matches).
-/// A body must not throw.
+/// Who runs a band is left open: the caller takes every band that no worker has claimed, so a cheap job ends
+/// on the calling thread without waiting for anybody. A body writes its own band or its own accumulator only;
+/// what the bands made is joined by the caller in band order, so no result depends on timing. Callers of one
+/// kind wait for each other; a body may itself run a job of another, later-waited kind (a range match runs
+/// pattern matches). A body must not throw.
 template <class F>
 void runBands(Job job, std::int64_t total, JobCost cost, F&& body)
 {

@@ -16,8 +16,8 @@ std::optional<std::uint64_t> fileLength(const char* path);
 /// memory is short, or the path names something else (a directory, a device).
 std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_t limit = UINT64_MAX);
 
-/// Writes the parts one after the other, whole or not at all: into a new file beside the target, which then takes
-/// its place. False when that fails; the old file is then as it was.
+/// Writes the parts one after the other, whole or not at all: into a new file beside the target, which then
+/// takes its place. False when that fails; the old file is then as it was.
 bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts);
 bool writeFile(const char* path, std::span<const std::uint8_t> bytes);
 

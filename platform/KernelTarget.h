@@ -3,7 +3,13 @@
 namespace ormalux {
 
 /// The instruction sets that kernels are compiled for, best first.
-enum class KernelTarget { Avx512, Avx2, Sse4, Plain };
+enum class KernelTarget
+{
+    Avx512,
+    Avx2,
+    Sse4,
+    Plain
+};
 
 /// The set that kernels run with: the best that both the machine and the build have.
 KernelTarget kernelTarget();

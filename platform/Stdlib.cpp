@@ -1,26 +1,19 @@
 #include "platform/Stdlib.h"
 
-#include <cmath>
+#include "platform/Process.h"
 
-#if defined(_WIN32)
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#include <sched.h>
-#endif
-#include <thread>
+#include <cmath>
 #include <utility>
 
 int CStdlib::GetNumOfProcessors()
 {
-#if !defined(_WIN32)
-    cpu_set_t set;
-    CPU_ZERO(&set);
-    if (sched_getaffinity(0, sizeof set, &set) == 0 && CPU_COUNT(&set) > 0)
-        return CPU_COUNT(&set);
-#endif
-    const unsigned n = std::thread::hardware_concurrency();
-    return n > 0 ? int(n) : 1;
+    return ormalux::processorsAllowed();
+}
+
+CString CStdlib::GetInstancePath(HINSTANCE instance)
+{
+    static const char here = 0;
+    return ormalux::moduleFolder(instance ? instance : &here);
 }
 
 long CStdlib::Distance(int x1, int y1, int x2, int y2)
@@ -32,10 +25,12 @@ long CStdlib::Distance(int x1, int y1, int x2, int y2)
 
 void CStdlib::Swap(int* a, int* b)
 {
-    std::swap(*a, *b);
+    if (a && b)
+        std::swap(*a, *b);
 }
 
 void CStdlib::Swap(long* a, long* b)
 {
-    std::swap(*a, *b);
+    if (a && b)
+        std::swap(*a, *b);
 }

@@ -20,9 +20,18 @@ constexpr COLORREF RGB(int red, int green, int blue)
     return COLORREF(std::uint8_t(red)) | COLORREF(std::uint8_t(green)) << 8 |
            COLORREF(std::uint8_t(blue)) << 16;
 }
-constexpr std::uint8_t GetRValue(COLORREF color) { return std::uint8_t(color); }
-constexpr std::uint8_t GetGValue(COLORREF color) { return std::uint8_t(color >> 8); }
-constexpr std::uint8_t GetBValue(COLORREF color) { return std::uint8_t(color >> 16); }
+constexpr std::uint8_t GetRValue(COLORREF color)
+{
+    return std::uint8_t(color);
+}
+constexpr std::uint8_t GetGValue(COLORREF color)
+{
+    return std::uint8_t(color >> 8);
+}
+constexpr std::uint8_t GetBValue(COLORREF color)
+{
+    return std::uint8_t(color >> 16);
+}
 
 /// A pixel position: x to the right, y downward.
 struct POINT
@@ -46,8 +55,14 @@ struct RECT
     LONG bottom;
 };
 
-constexpr bool operator==(const POINT& a, const POINT& b) { return a.x == b.x && a.y == b.y; }
-constexpr bool operator==(const SIZE& a, const SIZE& b) { return a.cx == b.cx && a.cy == b.cy; }
+constexpr bool operator==(const POINT& a, const POINT& b)
+{
+    return a.x == b.x && a.y == b.y;
+}
+constexpr bool operator==(const SIZE& a, const SIZE& b)
+{
+    return a.cx == b.cx && a.cy == b.cy;
+}
 constexpr bool operator==(const RECT& a, const RECT& b)
 {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
@@ -74,8 +89,7 @@ struct CRect : RECT
     constexpr CRect(const RECT& rect) : RECT(rect) {}
     constexpr CRect(const POINT& topLeft, const SIZE& size)
         : RECT{topLeft.x, topLeft.y, topLeft.x + size.cx, topLeft.y + size.cy}
-    {
-    }
+    {}
     constexpr int Width() const { return right - left; }
     constexpr int Height() const { return bottom - top; }
     constexpr CSize Size() const { return {Width(), Height()}; }

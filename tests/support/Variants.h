@@ -13,7 +13,8 @@ inline std::vector<ormalux::KernelTarget> kernelTargets()
 {
     using ormalux::KernelTarget;
     std::vector<KernelTarget> found;
-    for (KernelTarget target : {KernelTarget::Avx512, KernelTarget::Avx2, KernelTarget::Sse4, KernelTarget::Plain})
+    for (KernelTarget target :
+         {KernelTarget::Avx512, KernelTarget::Avx2, KernelTarget::Sse4, KernelTarget::Plain})
         if (ormalux::setKernelTarget(target) == target)
             found.push_back(target);
     ormalux::setKernelTarget(KernelTarget::Avx512);

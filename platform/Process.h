@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace ormalux {
+
+/// The processors that this process may run on, at least 1.
+int processorsAllowed();
+
+/// The folder of the module that holds the address (UTF-8, no trailing separator); empty when there is none.
+std::string moduleFolder(const void* address);
+
+} // namespace ormalux
