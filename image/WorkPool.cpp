@@ -1,40 +1,100 @@
 #include "image/WorkPool.h"
 
+#include "image/JobWorkers.h"
 #include "platform/Stdlib.h"
 
 #include <atomic>
+#include <new>
+
+#if !defined(_WIN32)
+#include <pthread.h>
+#endif
 
 namespace ormalux {
 
 namespace {
+
+// Below this a job is done before a sleeping worker has woken.
+constexpr std::int64_t worthWaking = 100'000;
+
+// How long an unloading module waits for workers that were told to quit.
+constexpr auto grace = std::chrono::milliseconds(50);
+
+constexpr int kinds = int(Job::Count);
+
+std::atomic<int> bandsForTests{0};
+// Null before the module has loaded, while it unloads, and in a forked child, where only the thread that
+// forked goes on: jobs then run on the calling thread.
+std::atomic<JobWorkers*> workers{nullptr};
+
 const int processors = CStdlib::GetNumOfProcessors();
-std::atomic<int> bands{0};
+
+/// Makes the workers when the module loads and ends them when it unloads.
+class Lifetime
+{
+public:
+    Lifetime() : m_made(new (std::nothrow) JobWorkers[kinds])
+    {
+        if (!m_made)
+            return;
+        for (int kind = 0; kind < kinds; ++kind)
+            m_made[kind].start(processors);
+        workers = m_made;
+#if !defined(_WIN32)
+        pthread_atfork(nullptr, nullptr, [] { workers = nullptr; });
+#endif
+    }
+
+    ~Lifetime()
+    {
+        // In a forked child the threads behind the records do not exist; the records are left to the system.
+        if (!workers.exchange(nullptr))
+            return;
+        for (int kind = 0; kind < kinds; ++kind)
+            m_made[kind].quit();
+        const auto deadline = std::chrono::steady_clock::now() + grace;
+        for (int kind = 0; kind < kinds; ++kind)
+            m_made[kind].end(deadline);
+        delete[] m_made;
+    }
+
+private:
+    JobWorkers* m_made;
+};
+
+const Lifetime lifetime;
+
 } // namespace
 
 int bandCount()
 {
-    const int n = bands.load(std::memory_order_relaxed);
-    return n > 0 ? n : processors;
+    const int n = bandsForTests.load(std::memory_order_relaxed);
+    return n > 0 ? n : (processors > 0 ? processors : 1);
 }
 
 void setBandCount(int n)
 {
-    bands.store(n, std::memory_order_relaxed);
+    bandsForTests.store(n, std::memory_order_relaxed);
 }
 
-Band bandOf(int index, std::int64_t total)
+Band bandOf(int index, int bands, std::int64_t total)
 {
-    const int n = bandCount();
-    const std::int64_t share = total / n;
-    return {index, share * index, index == n - 1 ? total : share * (index + 1)};
+    const std::int64_t share = total / bands;
+    return {index, share * index, index == bands - 1 ? total : share * (index + 1)};
 }
 
 namespace pool_detail {
 
-void run(Job, std::int64_t total, JobCost, Body body, void* context)
+void run(Job job, std::int64_t total, JobCost cost, Body body, void* context)
 {
-    for (int i = 0; i < bandCount(); ++i)
-        body(context, bandOf(i, total));
+    const int bands = bandCount();
+    JobWorkers* const all = bands > 1 && cost.nanoseconds >= worthWaking ? workers.load() : nullptr;
+    if (all) {
+        all[int(job)].run(bands, total, body, context);
+        return;
+    }
+    for (int i = 0; i < bands; ++i)
+        body(context, bandOf(i, bands, total));
 }
 
 } // namespace pool_detail

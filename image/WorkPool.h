@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 
 namespace ormalux {
 
-/// The kinds of job, in the order in which their workers are made and ended.
+/// The kinds of job, in the order in which their workers are made and ended. Every kind has workers of its
+/// own.
 enum class Job
 {
     EdgeLevelRows,
@@ -48,13 +50,13 @@ int bandCount();
 /// to be called while operations run.
 void setBandCount(int n);
 
-/// The band with the given index of total / N indices each; the last one takes the remainder.
-Band bandOf(int index, std::int64_t total);
+/// The band with the given index of bands of total / bands indices each; the last one takes the remainder.
+Band bandOf(int index, int bands, std::int64_t total);
 
-/// What a job costs, which decides whether waking workers pays.
+/// What a whole job takes on one core, estimated: it decides whether waking workers pays.
 struct JobCost
 {
-    std::int64_t nanoseconds; ///< estimated, on one core
+    std::int64_t nanoseconds;
 };
 
 namespace pool_detail {
@@ -62,13 +64,13 @@ using Body = void (*)(void* context, const Band& band);
 void run(Job job, std::int64_t total, JobCost cost, Body body, void* context);
 } // namespace pool_detail
 
-/// Runs body(const Band&) once for every band and returns when all are done. Bands of total 0 run too.
+/// Runs body(const Band&) once for every band and returns when all are done; empty bands run too.
 ///
-/// Who runs a band is left open: the caller takes every band that no worker has claimed, so a cheap job ends
-/// on the calling thread without waiting for anybody. A body writes its own band or its own accumulator only;
-/// what the bands made is joined by the caller in band order, so no result depends on timing. Callers of one
-/// kind wait for each other; a body may itself run a job of another, later-waited kind (a range match runs
-/// pattern matches). A body must not throw.
+/// Who runs a band is left open: the caller takes every band that no worker has claimed, and a cheap job
+/// stays on the calling thread. A body writes its own band or its own accumulator only, and what the bands
+/// made is joined by the caller in band order, so no result depends on timing. Callers of one kind wait for
+/// each other. A body may run a job of a kind that never runs this one (a range match runs pattern matches).
+/// A body must not throw.
 template <class F>
 void runBands(Job job, std::int64_t total, JobCost cost, F&& body)
 {

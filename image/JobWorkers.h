@@ -1,0 +1,69 @@
+#pragma once
+
+#include "image/WorkPool.h"
+#include "platform/Events.h"
+#include "platform/NativeThread.h"
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+
+namespace ormalux {
+
+/// The workers of one kind of job: a record a processor, each with its start, quit and done events and a
+/// thread.
+class JobWorkers
+{
+public:
+    ~JobWorkers();
+
+    /// Makes the records and their threads; a thread that cannot be had is done without.
+    void start(int workers);
+    /// Tells every worker to quit; end() then waits for them.
+    void quit();
+    void end(std::chrono::steady_clock::time_point deadline);
+
+    /// Runs every band, on the calling thread and on workers that come in time. Callers queue.
+    void run(int bands, std::int64_t total, pool_detail::Body body, void* context);
+
+private:
+    struct Record
+    {
+        enum Event
+        {
+            Start,
+            Quit,
+            Done
+        };
+        Events<3> events;
+        std::atomic<bool> called{false}; // what a worker looks at before it falls asleep
+        NativeThread thread;
+        JobWorkers* kind = nullptr;
+    };
+
+    static void work(void* record);
+    void awaitCall(Record& record);
+    bool claim(int& band);
+    void runClaimed();
+    void awaitAll();
+
+    std::mutex m_callers;
+    std::unique_ptr<Record[]> m_records;
+    int m_workers = 0;
+    std::atomic<bool> m_quit{false};
+
+    // The job. Written by the caller before m_ticket offers its bands; read by who has claimed a band, and
+    // the caller stays until every claimed band has been run.
+    pool_detail::Body m_body = nullptr;
+    void* m_context = nullptr;
+    std::int64_t m_total = 0;
+    int m_bands = 0;
+
+    // The job's number in the upper half, the bands left to claim in the lower: a worker that comes late for
+    // one job never takes a band of the next without having seen its fields.
+    std::atomic<std::uint64_t> m_ticket{0};
+    std::atomic<int> m_unfinished{0};
+    Events<1> m_finished;
+};
+
+} // namespace ormalux
