@@ -169,18 +169,42 @@ public:
 
     // Filters and morphology (image/VisionImageFilter.cpp)
 
+    // The filters correlate: nothing is mirrored, pixels outside the image count as the nearest one inside, every
+    // sum reads unfiltered pixels. Nothing happens when there is too little memory for some rows of scratch.
+
+    /// out = clamp(offset + sum / divisor, 0, 255) with sum = the kernel's entries times the neighbours.
+    ///
+    /// Entry (row, column) of the size x size entries, row by row, weighs the neighbour at (x + column - size / 2,
+    /// y + row - size / 2); even sizes are taken too. All numbers are signed 32-bit values and wrap as such; the
+    /// division truncates toward 0, a divisor of 0 leaves the sum. With threaded = 1 the rows are spread over the
+    /// workers, else the calling thread does all. Nothing happens without a kernel, or with a size below 1 or
+    /// above 1024.
     void Filter(long* kernel, long size, long divisor, long offset, int threaded);
+    /// (16 p - S) / 7 with p the pixel and S the sum of its 3 x 3 neighbourhood.
     void Sharpen();
+    /// S / 9.
     void Blur();
+    /// (S + 7 p) / 16.
     void Soften();
+    /// Rows 1 2 1 / 2 4 2 / 1 2 1, over 16.
     void Gassian3x3();
+    /// Rows 0 1 2 1 0 / 1 3 4 3 1 / 2 4 8 4 2 / 1 3 4 3 1 / 0 1 2 1 0, over 52.
     void Gassian5x5();
+    /// 127 + p(x + 1, y - 1) - p(x - 1, y + 1).
     void Emboss();
+    /// 255 - (9 p - S): dark edges on white.
     void Edge();
+    /// S - 9 p: bright where a pixel is darker than its neighbours.
     void Laplacian();
+    /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing. Deliberate:
+    /// the scan works in place from the top left, so that the neighbours above and to the left are already eroded
+    /// and a dark pixel spreads through the rest of its row and to the lower right; callers rely on it.
     void Erode();
+    /// The same with the maximum.
     void Dilate();
+    /// Erode, then Dilate.
     void OpenBox();
+    /// Dilate, then Erode.
     void CloseBox();
 
     // Geometric transforms (image/VisionImageTransform.cpp)

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "image/GrayView.h"
+
+namespace ormalux {
+
+/// 3 x 3 gray-level erosion and dilation, in place and without scratch memory.
+///
+/// Deliberate: the scan runs from the top left pixel and writes where it reads, so the neighbours above and
+/// to the left are already eroded (dilated) when a pixel is computed, and a dark (bright) pixel spreads
+/// through the rest of its row and to the lower right in one call. Callers rely on exactly this result.
+/// Neighbours outside the picture do not count. Nothing happens to an empty picture.
+void erode(GrayView image);
+void dilate(GrayView image);
+
+/// Pixels of several bytes, every byte of a pixel a channel that is scanned for itself.
+struct InterleavedView
+{
+    std::uint8_t* pixels = nullptr;
+    int width = 0; ///< in pixels
+    int height = 0;
+    std::ptrdiff_t stride = 0; ///< in bytes, at least width x bytesPerPixel
+    int bytesPerPixel = 1;     ///< 1 to 4
+};
+
+void erode(const InterleavedView& image);
+void dilate(const InterleavedView& image);
+
+} // namespace ormalux
