@@ -1,39 +1,36 @@
 #include "image/Morphology.h"
 
-#include <algorithm>
+#include "image/kernels/MorphologyKernels.h"
 
 namespace ormalux {
 
 namespace {
 
-template <class Better>
-void scan(const InterleavedView& image, Better better)
+using GrayScan = void (*)(std::uint8_t*, std::size_t, std::size_t, std::ptrdiff_t);
+using InterleavedScan = void (*)(std::uint8_t*, std::size_t, std::size_t, std::ptrdiff_t, std::size_t);
+
+void scan(const InterleavedView& image, GrayScan gray, InterleavedScan interleaved)
 {
-    if (!image.pixels || image.width < 1 || image.height < 1 || image.bytesPerPixel < 1)
+    if (!image.pixels || image.width < 1 || image.height < 1 || image.bytesPerPixel < 1 ||
+        image.bytesPerPixel > 4)
         return;
-    const int step = image.bytesPerPixel;
-    for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x)
-            for (int channel = 0; channel < step; ++channel) {
-                std::uint8_t* own = image.pixels + y * image.stride + std::ptrdiff_t(x) * step + channel;
-                std::uint8_t best = *own;
-                for (int dy = y > 0 ? -1 : 0; dy <= (y < image.height - 1 ? 1 : 0); ++dy)
-                    for (int dx = x > 0 ? -1 : 0; dx <= (x < image.width - 1 ? 1 : 0); ++dx)
-                        best = better(best, own[dy * image.stride + dx * step]);
-                *own = best;
-            }
+    const std::size_t width = std::size_t(image.width), height = std::size_t(image.height);
+    if (image.bytesPerPixel == 1)
+        gray(image.pixels, width, height, image.stride);
+    else
+        interleaved(image.pixels, width, height, image.stride, std::size_t(image.bytesPerPixel));
 }
 
 } // namespace
 
 void erode(const InterleavedView& image)
 {
-    scan(image, [](std::uint8_t a, std::uint8_t b) { return std::min(a, b); });
+    scan(image, kernels::erode, kernels::erodeInterleaved);
 }
 
 void dilate(const InterleavedView& image)
 {
-    scan(image, [](std::uint8_t a, std::uint8_t b) { return std::max(a, b); });
+    scan(image, kernels::dilate, kernels::dilateInterleaved);
 }
 
 void erode(GrayView image)
