@@ -9,7 +9,7 @@ namespace ormalux::kernels {
 void erode(std::uint8_t* pixels, std::size_t width, std::size_t height, std::ptrdiff_t stride);
 void dilate(std::uint8_t* pixels, std::size_t width, std::size_t height, std::ptrdiff_t stride);
 
-/// The same for pixels of 1 to 4 bytes, each byte for itself.
+/// The same for pixels of 2 to 4 bytes, each byte for itself.
 void erodeInterleaved(std::uint8_t* pixels, std::size_t width, std::size_t height, std::ptrdiff_t stride,
                       std::size_t bytesPerPixel);
 void dilateInterleaved(std::uint8_t* pixels, std::size_t width, std::size_t height, std::ptrdiff_t stride,
