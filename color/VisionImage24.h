@@ -38,8 +38,8 @@ public:
     CKestImage24& operator=(const CKestImage24& other);
     ~CKestImage24();
 
-    /// A copy of GetImageLen() bytes: the caller's rows must be padded to 4 bytes. Sizes of 0 or below,
-    /// beyond 2 GB or beyond the memory, and null pixels give an image without a buffer.
+    /// A copy of GetImageLen() bytes: the caller's rows must be padded to 4 bytes. Both sizes 0,
+    /// a size below 0, more than 2 GB or than the memory has, and null pixels give an image without a buffer.
     void SetImagePtr(int width, int height, unsigned char* pixels);
     /// Borrows rows padded to 4 bytes, which must outlive their use by this image.
     void SetImagePtrLink(int width, int height, unsigned char* pixels);
@@ -256,7 +256,10 @@ public:
 
 private:
     bool valid() const { return m_pixels && m_width > 0 && m_height > 0; }
-    /// Frees the buffer unless linked and adopts an owned one of length bytes.
+    /// Frees the buffer unless linked; sizes and flag stay.
+    void release();
+    /// Frees the buffer unless linked and takes an owned one of length bytes, made with new[]; null leaves
+    /// the sizes without pixels.
     void adopt(unsigned char* pixels, int width, int height, int length);
 
     bool m_linked = false;
