@@ -1,0 +1,173 @@
+#include "view/ShapePainter.h"
+
+#include "view/ClippedLines.h"
+#include "view/PenCache.h"
+#include "view/ShapeList.h"
+
+#include <QFont>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+
+namespace ormalux {
+
+namespace {
+
+/// A box of device pixels, all four sides inclusive.
+struct Box
+{
+    std::int64_t left;
+    std::int64_t top;
+    std::int64_t right;
+    std::int64_t bottom;
+
+    bool meets(const RECT& clip) const
+    {
+        return left < clip.right && right >= clip.left && top < clip.bottom && bottom >= clip.top;
+    }
+};
+
+/// One run over the list: the painter with what is selected into it, and the lines that wait for it.
+class ShapeRun
+{
+public:
+    ShapeRun(const ShapeList& list, QPainter& painter, float zoomX, float zoomY, const RECT* clip)
+        : m_list(list), m_painter(painter), m_zoomX(zoomX), m_zoomY(zoomY), m_lines(painter),
+          m_clip(clip ? *clip : m_lines.shown())
+    {}
+
+    void draw()
+    {
+        for (const Shape& shape : m_list.shapes()) {
+            const Box box = boxOf(shape);
+            if (box.meets(m_clip))
+                drawOne(shape, box);
+        }
+        m_lines.flush();
+    }
+
+private:
+    Box boxOf(const Shape& shape) const
+    {
+        const int x = toDevice(shape.x1, m_zoomX);
+        const int y = toDevice(shape.y1, m_zoomY);
+        if (shape.kind == ShapeKind::Cross) {
+            const int arm = std::abs(shape.extent);
+            return {std::int64_t(x) - arm, std::int64_t(y) - arm, std::int64_t(x) + arm,
+                    std::int64_t(y) + arm};
+        }
+        if (shape.kind == ShapeKind::Text) {
+            const double line = 1.2 * std::abs(shape.extent ? shape.extent : 12);
+            return {x, y, x + std::int64_t(line * shape.textLength), y + std::int64_t(line)};
+        }
+        const int x2 = toDevice(shape.x2, m_zoomX);
+        const int y2 = toDevice(shape.y2, m_zoomY);
+        return {std::min(x, x2), std::min(y, y2), std::max(x, x2), std::max(y, y2)};
+    }
+
+    void drawOne(const Shape& shape, const Box& box)
+    {
+        if (shape.kind == ShapeKind::Text)
+            return drawText(shape, box);
+        if (shape.kind == ShapeKind::Cross && shape.extent == 0)
+            return drawDot(shape, box);
+        select(shape);
+        switch (shape.kind) {
+        case ShapeKind::Line:
+            return addShaft(shape);
+        case ShapeKind::Arrow:
+            addShaft(shape);
+            return addHead(shape);
+        case ShapeKind::Rectangle:
+            return m_lines.rectangle(int(box.left), int(box.top), int(box.right), int(box.bottom));
+        case ShapeKind::Ellipse:
+            return m_lines.ellipse(int(box.left), int(box.top), int(box.right), int(box.bottom));
+        default:
+            m_lines.line(double(box.left), double(box.top), double(box.right), double(box.bottom));
+            return m_lines.line(double(box.right), double(box.top), double(box.left), double(box.bottom));
+        }
+    }
+
+    void select(const Shape& shape)
+    {
+        if (m_selected && m_style == shape.style && m_width == shape.width && m_color == shape.color)
+            return;
+        m_style = shape.style;
+        m_width = shape.width;
+        m_color = shape.color;
+        m_selected = true;
+        m_lines.setPen(cachedPen(m_style, m_width, m_color));
+    }
+
+    void addShaft(const Shape& shape)
+    {
+        m_lines.line(toDevice(shape.x1, m_zoomX), toDevice(shape.y1, m_zoomY), toDevice(shape.x2, m_zoomX),
+                     toDevice(shape.y2, m_zoomY));
+    }
+
+    void addHead(const Shape& shape)
+    {
+        // The direction of the unrounded shaft: a short one still points the right way.
+        const double dx = (double(shape.x1) - shape.x2) * m_zoomX;
+        const double dy = (double(shape.y1) - shape.y2) * m_zoomY;
+        if ((dx == 0 && dy == 0) || shape.extent == 0)
+            return;
+        const double tipX = toDevice(shape.x2, m_zoomX);
+        const double tipY = toDevice(shape.y2, m_zoomY);
+        const double back = std::atan2(dy, dx);
+        for (const double side : {-std::numbers::pi / 6, std::numbers::pi / 6})
+            m_lines.line(tipX, tipY, std::round(tipX + shape.extent * std::cos(back + side)),
+                         std::round(tipY + shape.extent * std::sin(back + side)));
+    }
+
+    void drawDot(const Shape& shape, const Box& box)
+    {
+        m_lines.flush();
+        m_painter.fillRect(int(box.left), int(box.top), 1, 1, toQColor(shape.color));
+    }
+
+    void drawText(const Shape& shape, const Box& box)
+    {
+        if (!qGuiApp)
+            return;
+        m_lines.flush();
+        m_selected = false;
+        const std::string_view text = m_list.text(shape);
+        m_painter.setPen(toQColor(shape.color));
+        if (m_painter.font() != cachedFont(shape.extent))
+            m_painter.setFont(cachedFont(shape.extent));
+        m_painter.drawText(QPointF(double(box.left), double(box.top) + fontAscent(shape.extent)),
+                           QString::fromUtf8(text.data(), qsizetype(text.size())));
+    }
+
+    const ShapeList& m_list;
+    QPainter& m_painter;
+    const float m_zoomX;
+    const float m_zoomY;
+    ClippedLines m_lines;
+    const RECT m_clip;
+    bool m_selected = false;
+    int m_style = 0;
+    int m_width = 0;
+    COLORREF m_color = 0;
+};
+
+} // namespace
+
+void drawShapes(const ShapeList& list, QPainter* painter, float zoomX, float zoomY, const RECT* clip)
+{
+    if (!painter || !painter->isActive() || list.count() == 0)
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setBrush(Qt::NoBrush);
+    painter->setBackgroundMode(Qt::TransparentMode);
+    ShapeRun(list, *painter, zoomX, zoomY, clip).draw();
+    painter->restore();
+}
+
+} // namespace ormalux
