@@ -51,20 +51,22 @@ bool readHeader(std::span<const std::uint8_t> file, Header& header)
     if (header.colors == 0 || header.colors > 256)
         header.colors = 256;
     if (header.pixelsAt == 0)
-        header.pixelsAt = std::int64_t(fileHeader) + header.headerSize + (header.bitCount == 8 ? 4 * header.colors : 0);
+        header.pixelsAt =
+            std::int64_t(fileHeader) + header.headerSize + (header.bitCount == 8 ? 4 * header.colors : 0);
     return header.headerSize >= std::int64_t(infoHeader) && compression == 0 &&
            (header.bitCount == 8 || header.bitCount == 24) && header.width > 0 && header.height > 0;
 }
 
-/// The colour image's own files carry their pixels twice: unpadded rows with a gap behind each, then the whole
-/// padded buffer, bottom row first. They are told by the stored file size of 14 and their exact length; the second
-/// copy is the one that every other reader's rules fit.
+/// The colour image's own files carry their pixels twice: unpadded rows with a gap behind each, then the
+/// whole padded buffer, bottom row first. They are told by the stored file size of 14 and their exact length;
+/// the second copy is the one that every other reader's rules fit.
 std::int64_t startOfPixels(std::span<const std::uint8_t> file, const Header& header)
 {
     const std::int64_t stride = header.stride();
     if (header.bitCount != 24 || header.topDown || header.pixelsAt != 54 || word(file, 2, 4) != fileHeader)
         return header.pixelsAt;
-    const std::int64_t firstCopy = header.height * (3 * header.width + std::max<std::int64_t>(stride - header.width, 0));
+    const std::int64_t firstCopy =
+        header.height * (3 * header.width + std::max<std::int64_t>(stride - header.width, 0));
     const bool twice = std::int64_t(file.size()) == 54 + firstCopy + header.height * stride;
     return twice ? 54 + firstCopy : header.pixelsAt;
 }

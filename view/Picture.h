@@ -31,8 +31,9 @@ struct Picture
 /// The gray form that tools measure on: (R + G + B) / 3. A gray picture comes back as it is.
 Picture toGray(Picture picture);
 
-/// A copy for the toolkit: gray pictures as Format_Grayscale8, colour ones as Format_BGR888. Null when there are
-/// no pixels or memory is short. A gray image is toQImage({view.pixels, view.width, view.height, view.stride}).
+/// A copy for the toolkit: gray pictures as Format_Grayscale8, colour ones as Format_BGR888. Null when there
+/// are no pixels or memory is short. A gray image is toQImage({view.pixels, view.width, view.height,
+/// view.stride}).
 QImage toQImage(const PixelSource& source);
 QImage toQImage(const ConstGrayView& gray);
 

@@ -32,8 +32,8 @@ std::string whyUnreadable(const char* path)
     return "it cannot be read";
 }
 
-/// The bits a pixel that the file itself declares, where the toolkit does not tell palettes of 8 bits from smaller
-/// ones; 8 for kinds that know no other palette.
+/// The bits a pixel that the file itself declares, where the toolkit does not tell palettes of 8 bits from
+/// smaller ones; 8 for kinds that know no other palette.
 int declaredPaletteBits(std::span<const std::uint8_t> file)
 {
     static constexpr std::uint8_t png[] = {0x89, 'P', 'N', 'G'};
@@ -62,7 +62,8 @@ Picture sized(const QImage& image, int bitCount)
     picture.width = image.width();
     picture.height = image.height();
     picture.bitCount = bitCount;
-    picture.pixels.resize(std::size_t(picture.width) * std::size_t(picture.height) * std::size_t(bitCount / 8));
+    picture.pixels.resize(std::size_t(picture.width) * std::size_t(picture.height) *
+                          std::size_t(bitCount / 8));
     return picture;
 }
 
@@ -77,7 +78,8 @@ Picture copied(const QImage& image, int bitCount)
 
 Picture converted(const QImage& image, int bitCount)
 {
-    const QImage same = image.convertToFormat(bitCount == 8 ? QImage::Format_Grayscale8 : QImage::Format_BGR888);
+    const QImage same =
+        image.convertToFormat(bitCount == 8 ? QImage::Format_Grayscale8 : QImage::Format_BGR888);
     if (same.isNull())
         throw std::bad_alloc();
     return copied(same, bitCount);
@@ -108,8 +110,8 @@ Picture fromImage(const QImage& image, std::span<const std::uint8_t> file, Palet
     return toGray(std::move(picture));
 }
 
-/// The toolkit refuses to decode beyond 128 MB unless told otherwise, for the whole process: raised once, never
-/// lowered, so that no reader on another thread meets a smaller limit than it was promised.
+/// The toolkit refuses to decode beyond 128 MB unless told otherwise, for the whole process: raised once,
+/// never lowered, so that no reader on another thread meets a smaller limit than it was promised.
 void raiseAllocationLimit()
 {
     constexpr int megabytes = int(largestPicture * 4 >> 20);
@@ -138,7 +140,8 @@ std::string tooLarge()
 Picture decode(const Bytes& file, PaletteUse use, std::string& why)
 {
     raiseAllocationLimit();
-    QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), qsizetype(file.size()));
+    QByteArray bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), qsizetype(file.size()));
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);

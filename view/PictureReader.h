@@ -7,10 +7,12 @@
 namespace ormalux {
 
 /// What becomes of a palette.
-enum class PaletteUse {
+enum class PaletteUse
+{
     /// The picture as every viewer shows it: gray when all its colours are gray, else colour.
     Applied,
-    /// The bytes of a file with 8 bits a pixel are gray levels whatever its palette says; every other file becomes
+    /// The bytes of a file with 8 bits a pixel are gray levels whatever its palette says; every other file
+    /// becomes
     /// a colour picture.
     IndicesAreGray
 };
@@ -18,12 +20,13 @@ enum class PaletteUse {
 /// Pictures of more pixels are refused.
 inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 
-/// Reads a picture file of any kind that the system knows (BMP, PNG, JPEG, TIFF and what the toolkit's plugins
-/// add), told by its content and not by its name. path is UTF-8. 16-bit gray becomes 8-bit; transparency is
-/// dropped; colours are never mixed into gray.
+/// Reads a picture file of any kind that the system knows (BMP, PNG, JPEG, TIFF and what the toolkit's
+/// plugins add), told by its content and not by its name. path is UTF-8. 16-bit gray becomes 8-bit;
+/// transparency is dropped; colours are never mixed into gray.
 ///
-/// An empty picture when that fails; error, when given, then holds one English sentence that names the file and
-/// the reason: not found, a directory, not readable, not a picture, truncated, too large, too little memory.
+/// An empty picture when that fails; error, when given, then holds one English sentence that names the file
+/// and the reason: not found, a directory, not readable, not a picture, truncated, too large, too little
+/// memory.
 Picture readPicture(const char* path, std::string* error = nullptr, PaletteUse use = PaletteUse::Applied);
 
 } // namespace ormalux

@@ -62,7 +62,8 @@ bool writeEncoded(const char* path, const QImage& image, const QByteArray& kind,
         return false;
     }
     why = "it cannot be created";
-    return writeFile(path, {reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size())});
+    return writeFile(path,
+                     {reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size())});
 }
 
 /// Runs one way of writing and words its failure.
@@ -108,7 +109,8 @@ bool writeBmp(const char* path, const QImage& image)
 {
     const bool gray = image.format() == QImage::Format_Grayscale8;
     const QImage same = gray ? image : image.convertToFormat(QImage::Format_BGR888);
-    return writeBmp(path, {same.constBits(), same.width(), same.height(), same.bytesPerLine(), gray ? 8 : 24});
+    return writeBmp(path,
+                    {same.constBits(), same.width(), same.height(), same.bytesPerLine(), gray ? 8 : 24});
 }
 
 bool writePicture(const char* path, const PixelSource& picture, std::string* error)

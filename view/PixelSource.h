@@ -5,8 +5,8 @@
 
 namespace ormalux {
 
-/// A picture to be shown: 8-bit gray, or 24-bit blue, green, red bytes. bits is the top row of the picture as seen;
-/// a buffer whose bottom row comes first has a negative stride.
+/// A picture to be shown: 8-bit gray, or 24-bit blue, green, red bytes. bits is the top row of the picture as
+/// seen; a buffer whose bottom row comes first has a negative stride.
 struct PixelSource
 {
     const std::uint8_t* bits = nullptr;
