@@ -11,9 +11,6 @@ class ORMALUX_API CMatchSrcArray : public ormalux::RecordArray<_stMatchSource>
 {
 public:
     using RecordArray::RecordArray;
-    CMatchSrcArray() = default;
-    CMatchSrcArray(const CMatchSrcArray&) = default;
-    CMatchSrcArray& operator=(const CMatchSrcArray&) = default;
 
     /// Appends the source in the file. Nothing is appended when the file cannot be opened, is shorter than
     /// its header or its pixels, or declares a negative size; a size of 0 loads as an empty source.
@@ -26,9 +23,6 @@ class ORMALUX_API CMatchResultArray : public ormalux::RecordArray<_stMatchResult
 {
 public:
     using RecordArray::RecordArray;
-    CMatchResultArray() = default;
-    CMatchResultArray(const CMatchResultArray&) = default;
-    CMatchResultArray& operator=(const CMatchResultArray&) = default;
 
     virtual void Add(unsigned char key, int left, int top, int right, int bottom, int pixel_count,
                      float black_yield, float white_yield, long threshold);

@@ -1,27 +1,27 @@
 #pragma once
 
+#include "array/RecordStorage.h"
+
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <new>
+#include <optional>
 #include <span>
-#include <type_traits>
+#include <utility>
 
 namespace ormalux {
 
 /// The storage rules that every record array shares.
 ///
-/// A fresh array reports room for 100 records; growth reports exactly 100 more. The memory behind that report
-/// is taken at the first use and grows geometrically, so a million appends cost linear time. Records that
-/// storage gains are cleared to 0 (default-constructed).
+/// A fresh array has room for 100 records, or for as many as its constructor was given; an array that is full
+/// gains room for exactly 100 more. Memory for the whole room is taken at the first use; behind the reported
+/// room it grows geometrically, so a million appends cost linear time. Records that the room gains are
+/// cleared to 0.
 ///
-/// Indexes are not validated: inside the reported room the stored record is read or written, anywhere else a
-/// spare one, so no index ever touches memory that the array does not own. References hold until the next
-/// operation that may grow the storage. Nothing throws; a failed allocation leaves the array unchanged. An
-/// array is not locked: one thread at a time.
+/// Indexes are not validated: inside the room the stored record is read or written, also behind the count;
+/// anywhere else a spare cleared one, so no index ever touches memory that the array does not own. References
+/// hold until an operation makes the array grow, or SetCount or an assignment replaces its storage; sorts and
+/// removals leave them pointing at the same place. Nothing throws; when memory is short the array stays as it
+/// was. An array is not locked: one thread at a time, though any number may read the records in use at once.
 template <class Record>
 class RecordArray
 {
@@ -29,25 +29,38 @@ public:
     RecordArray() = default;
     /// An empty array with room for capacity records; below 0, or beyond what can be had, room for none.
     explicit RecordArray(int capacity) : m_capacity(roomAllowed(capacity) ? capacity : 0) {}
+    /// A deep copy, its room included.
     RecordArray(const RecordArray& other) { copyFrom(other); }
+    /// Takes over the records; the other array is then as a fresh one.
+    RecordArray(RecordArray&& other) noexcept { swap(other); }
     RecordArray& operator=(const RecordArray& other)
     {
         if (this != &other)
             copyFrom(other);
         return *this;
     }
-    virtual ~RecordArray() { release(); }
+    RecordArray& operator=(RecordArray&& other) noexcept
+    {
+        RecordArray taken(std::move(other));
+        swap(taken);
+        return *this;
+    }
+    virtual ~RecordArray() = default;
 
     /// Moves the records behind index one place down and lowers the count; an index at or behind the last
-    /// record only lowers the count. Does nothing on an empty array.
+    /// record only lowers the count, one below 0 counts as 0. Does nothing on an empty array.
     virtual void Remove(int index)
     {
         if (m_count < 1)
             return;
-        const std::int64_t last = std::min<std::int64_t>(m_count, m_capacity) - 1;
-        const std::int64_t first = std::max(index, 0);
-        if (first < last && reach(last + 1))
-            std::move(m_data + first + 1, m_data + last + 1, m_data + first);
+        const int last = std::min(m_count, m_capacity) - 1;
+        const int first = std::max(index, 0);
+        if (first < last) {
+            Record* data = m_storage.data();
+            std::move(data + first + 1, data + last + 1, data + first);
+            if constexpr (!trivial)
+                assign(data[last], data[last - 1]); // the slot behind the count keeps its record
+        }
         --m_count;
     }
     /// The number of records in use.
@@ -58,213 +71,228 @@ public:
     {
         if (n < 1 || !roomAllowed(n))
             return;
-        truncate(n);
+        if (m_storage.allocated() > 0) {
+            if (!m_storage.resize(n))
+                return;
+            m_storage.clearUpTo(std::min(m_count, n));
+        }
         m_capacity = n;
     }
     /// Sets the count to 0 and keeps the room.
     virtual void RemoveAll() { m_count = 0; }
+    /// The record at index; see above for indexes outside the records in use.
     virtual Record& operator[](int index) { return at(index); }
 
-    /// The records in use, for loops without a call per record; no more than the room holds.
-    std::span<Record> records()
+    /// The records in use that the room holds, for loops without a call per record.
+    std::span<Record> records() { return {m_storage.data(), std::size_t(std::min(m_count, m_capacity))}; }
+    std::span<const Record> records() const
     {
-        const std::int64_t n = std::min(m_count, m_capacity);
-        return reach(n) ? std::span<Record>(m_data, std::size_t(n)) : std::span<Record>();
+        return {m_storage.data(), std::size_t(std::min(m_count, m_capacity))};
     }
 
     /// Appends n records that the caller fills at once, and returns them; empty when memory is short.
     /// Records of trivial types hold anything until they are written.
     std::span<Record> appendForOverwrite(std::size_t n)
     {
-        const std::int64_t wanted = std::int64_t(m_count) + std::int64_t(n);
-        if (n == 0 || wanted > INT32_MAX || !allocate(wanted))
+        if (n == 0 || n > std::size_t(INT32_MAX - m_count))
             return {};
-        if constexpr (trivial) {
-            clearUpTo(m_count);
-            m_live = std::max(m_live, wanted);
-        } else {
-            clearUpTo(wanted);
-        }
-        reportRoomFor(wanted);
-        std::span<Record> added(m_data + m_count, n);
-        m_count = int(wanted);
+        const int wanted = m_count + int(n);
+        if (!makeRoomFor(wanted))
+            return {};
+        m_storage.clearUpTo(m_count);
+        m_storage.exposeUpTo(wanted);
+        std::span<Record> added(m_storage.data() + m_count, n);
+        m_count = wanted;
         return added;
     }
 
 protected:
-    static constexpr bool trivial = std::is_trivially_copyable_v<Record>;
+    static constexpr bool trivial = RecordStorage<Record>::trivial;
 
-    /// The record at index, or a spare cleared one outside the room.
+    /// The record at index, or the spare one, cleared, outside the room.
     Record& at(int index)
     {
-        if (index >= 0 && index < m_live && index < m_capacity) [[likely]]
-            return m_data[index];
-        if (index < 0 || index >= m_capacity || !reach(std::int64_t(index) + 1))
-            return spare();
-        return m_data[index];
+        if (std::uint32_t(index) < std::uint32_t(m_storage.live())) [[likely]]
+            return m_storage.data()[index];
+        return unusedAt(index);
     }
 
     /// Appends a copy; the record may be one of this very array. False when memory is short.
     bool append(const Record& record)
     {
-        if (m_count < m_capacity && m_count < m_live) [[likely]] {
-            m_data[m_count++] = record;
-            return true;
+        if constexpr (trivial) {
+            if (m_count < m_storage.live()) [[likely]] {
+                m_storage.data()[m_count++] = record;
+                return true;
+            }
         }
-        Record copy(record);
-        if (!appendCleared())
-            return false;
-        m_data[m_count - 1] = std::move(copy);
-        return true;
+        return appendSlowly(record);
     }
 
-    /// Takes the next slot into use with what it holds, cleared when it is fresh. False when memory is short.
-    bool appendCleared()
+    /// Takes the next slot into use with what it holds: cleared when it is fresh. False when memory is short.
+    bool appendSlot()
     {
-        const std::int64_t wanted = std::int64_t(m_count) + 1;
-        if (wanted > INT32_MAX || !reach(wanted))
+        if (m_count == INT32_MAX || !makeRoomFor(m_count + 1))
             return false;
-        reportRoomFor(wanted);
-        m_count = int(wanted);
+        if (m_count >= m_storage.live()) // some more at once, so that appends find them cleared
+            m_storage.clearUpTo(
+                int(std::min<std::int64_t>(m_capacity, std::int64_t(m_count) + clearedAhead)));
+        ++m_count;
         return true;
     }
 
     /// Deliberate: the record at index is overwritten, not moved, and the one behind it then stands twice.
-    /// At or behind the last record nothing moves. Below 0 nothing happens.
+    /// At or behind the last record nothing moves; the slot that the count gains keeps what it held.
+    /// Below 0 nothing happens.
     void insertOver(int index, const Record& record)
     {
         if (index < 0)
             return;
-        Record copy(record);
-        const std::int64_t old = m_count;
-        if (!appendCleared())
+        std::optional<Record> copy = copyOf(record);
+        const int old = m_count;
+        if (!copy || !appendSlot())
             return;
-        if (index < old - 1)
-            std::move_backward(m_data + index + 1, m_data + old, m_data + old + 1);
+        Record* data = m_storage.data();
+        if (index < old - 1) {
+            std::move_backward(data + index + 1, data + old, data + old + 1);
+            if constexpr (!trivial)
+                assign(data[index + 1], data[index + 2]);
+        }
         if (index < m_capacity)
-            at(index) = std::move(copy);
+            at(index) = std::move(*copy);
+    }
+
+    /// Overwrites a slot with a copy of the record, which may be one of this very array.
+    void setAt(int index, const Record& record)
+    {
+        if (std::optional<Record> copy = copyOf(record))
+            at(index) = std::move(*copy);
     }
 
     /// Takes over count, room and records of another array; unchanged when memory is short.
     void copyFrom(const RecordArray& other)
     {
-        RecordArray fresh;
-        if (other.m_live > 0) {
-            if (!fresh.allocate(other.m_live))
-                return;
-            if constexpr (trivial) {
-                std::memcpy(static_cast<void*>(fresh.m_data), other.m_data,
-                            std::size_t(other.m_live) * sizeof(Record));
-                fresh.m_live = other.m_live;
-            } else {
-                fresh.clearUpTo(other.m_live);
-                std::copy(other.m_data, other.m_data + other.m_live, fresh.m_data);
-            }
-        }
-        std::swap(m_data, fresh.m_data);
-        std::swap(m_live, fresh.m_live);
-        std::swap(m_allocated, fresh.m_allocated);
+        if (!m_storage.copyFrom(other.m_storage, other.m_capacity))
+            return;
         m_capacity = other.m_capacity;
         m_count = other.m_count;
     }
 
-    int m_capacity = 100; // as reported
+    /// Appends the other's records, also to itself, in storage of exactly the combined count; slots behind it
+    /// are cleared once the room holds them. The room becomes `room`. Nothing changes when memory is short.
+    void join(const RecordArray& other, std::int64_t room)
+    {
+        static_assert(trivial);
+        const std::int64_t wanted = std::int64_t(m_count) + other.m_count;
+        if (wanted > INT32_MAX)
+            return;
+        const int total = int(wanted);
+        const int capacity = int(std::clamp<std::int64_t>(room, total, std::max(total, roomLimit)));
+        const int added = int(other.records().size());
+        if (capacity > 0 && (total > 0 || m_storage.allocated() > 0) && !m_storage.resize(capacity))
+            return;
+        m_storage.truncate(m_count);
+        m_storage.clearUpTo(m_count);
+        if (added > 0)
+            std::copy_n(other.m_storage.data(), added, m_storage.data() + m_count);
+        m_storage.exposeUpTo(m_count + added);
+        m_storage.clearUpTo(total);
+        m_capacity = capacity;
+        m_count = total;
+    }
+
+    /// Keeps the records in use for which keep(record, index) holds, in their order; returns the number
+    /// removed.
+    template <class Keep>
+    int retain(Keep keep)
+    {
+        const std::span<Record> all = records();
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (keep(all[i], i))
+                all[kept++] = all[i];
+        const int removed = int(all.size() - kept);
+        m_count -= removed;
+        return removed;
+    }
+
+    /// The ascending stable sort behind every Sort operation; defined in array/RecordSort.h.
+    template <class KeyOf>
+    void sortBy(KeyOf keyOf);
+
+    void swap(RecordArray& other) noexcept
+    {
+        m_storage.swap(other.m_storage);
+        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_count, other.m_count);
+    }
+
+    // The first min(count, capacity) records are always live, and once memory is taken there is some for the
+    // whole capacity: element access never moves a record.
+    int m_capacity = 100;
     int m_count = 0;
 
 private:
-    // What a caller can ask for at once; an array that grows record by record is limited by memory alone.
-    static constexpr std::int64_t roomLimit = std::int64_t(1) << 30;
+    static constexpr int clearedAhead = 128;
+    // What a caller can ask for at once, in records; an array that grows is limited by memory alone.
+    static constexpr int roomLimit = int((std::int64_t(1) << 30) / std::int64_t(sizeof(Record)));
 
-    static bool roomAllowed(int n)
-    {
-        return n >= 0 && std::int64_t(n) * std::int64_t(sizeof(Record)) <= roomLimit;
-    }
+    static bool roomAllowed(int n) { return n >= 0 && n <= roomLimit; }
 
-    /// A cleared record of the array's own: no state with a destructor of its own per thread, which would
-    /// keep the module from being unloaded.
-    Record& spare()
+    /// A copy, or nothing when memory is short.
+    static std::optional<Record> copyOf(const Record& record)
     {
-        if (!m_spare)
-            m_spare.reset(new Record());
-        else
-            *m_spare = Record();
-        return *m_spare;
-    }
-
-    void reportRoomFor(std::int64_t n)
-    {
-        if (n <= m_capacity)
-            return;
-        const std::int64_t steps = (n - m_capacity + 99) / 100;
-        m_capacity = int(std::min<std::int64_t>(m_capacity + steps * 100, INT32_MAX));
-    }
-
-    /// Makes the first n records live: in memory, and cleared where nothing was written yet.
-    bool reach(std::int64_t n)
-    {
-        if (n <= m_live)
-            return true;
-        if (!allocate(n))
-            return false;
-        clearUpTo(n);
-        return true;
-    }
-
-    void clearUpTo(std::int64_t n)
-    {
-        if (n <= m_live)
-            return;
-        if constexpr (trivial)
-            std::memset(static_cast<void*>(m_data + m_live), 0, std::size_t(n - m_live) * sizeof(Record));
-        else
-            std::uninitialized_value_construct(m_data + m_live, m_data + n);
-        m_live = n;
-    }
-
-    /// Memory for n records, geometrically; the live ones move along.
-    bool allocate(std::int64_t n)
-    {
-        if (n <= m_allocated)
-            return true;
-        const std::int64_t size = std::max({n, m_allocated + m_allocated / 2, std::int64_t(16)});
-        Record* fresh;
         if constexpr (trivial) {
-            fresh = static_cast<Record*>(
-                std::realloc(static_cast<void*>(m_data), std::size_t(size) * sizeof(Record)));
-            if (!fresh)
-                return false;
+            return record;
         } else {
-            fresh = static_cast<Record*>(std::malloc(std::size_t(size) * sizeof(Record)));
-            if (!fresh)
-                return false;
-            std::uninitialized_move(m_data, m_data + m_live, fresh);
-            std::destroy(m_data, m_data + m_live);
-            std::free(m_data);
+            try {
+                return record;
+            } catch (...) {
+                return std::nullopt;
+            }
         }
-        m_data = fresh;
-        m_allocated = size;
+    }
+
+    static void assign(Record& to, const Record& from)
+    {
+        if (std::optional<Record> copy = copyOf(from))
+            to = std::move(*copy);
+    }
+
+    bool appendSlowly(const Record& record)
+    {
+        std::optional<Record> copy = copyOf(record);
+        if (!copy || !appendSlot())
+            return false;
+        m_storage.data()[m_count - 1] = std::move(*copy);
         return true;
     }
 
-    void truncate(std::int64_t n)
+    Record& unusedAt(int index)
     {
-        if (m_live <= n)
-            return;
-        if constexpr (!trivial)
-            std::destroy(m_data + n, m_data + m_live);
-        m_live = n;
+        if (index < 0 || index >= m_capacity || !makeRoomFor(m_capacity)) {
+            m_spare = Record();
+            return m_spare;
+        }
+        m_storage.clearUpTo(index + 1);
+        return m_storage.data()[index];
     }
 
-    void release()
+    /// Room and memory for the first n records, the room in steps of 100.
+    bool makeRoomFor(int n)
     {
-        truncate(0);
-        std::free(static_cast<void*>(m_data));
+        if (n <= m_capacity && m_storage.allocated() > 0)
+            return true;
+        const std::int64_t steps = std::max<std::int64_t>(0, (std::int64_t(n) - m_capacity + 99) / 100);
+        const int capacity = int(std::min<std::int64_t>(m_capacity + steps * 100, INT32_MAX));
+        if (!m_storage.reserve(capacity))
+            return false;
+        m_capacity = capacity;
+        return true;
     }
 
-    Record* m_data = nullptr;
-    std::unique_ptr<Record> m_spare;
-    std::int64_t m_live = 0;      // records that were written or cleared
-    std::int64_t m_allocated = 0; // records that memory was taken for
+    RecordStorage<Record> m_storage;
+    Record m_spare{};
 };
 
 } // namespace ormalux
