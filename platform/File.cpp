@@ -52,20 +52,27 @@ Stream createBeside(const fs::path& target, fs::path& created)
     return nullptr;
 }
 
+using PartSource = std::function<std::span<const std::uint8_t>()>;
+
+bool writeAll(std::FILE* stream, const PartSource& nextPart)
+{
+    // Parts are large; the stream's own buffer would only copy them once more.
+    std::setvbuf(stream, nullptr, _IONBF, 0);
+    for (auto part = nextPart(); !part.empty(); part = nextPart())
+        if (std::fwrite(part.data(), 1, part.size(), stream) != part.size())
+            return false;
+    return true;
+}
+
 /// Devices and pipes cannot be replaced; they are written as they stand.
-bool writeThrough(const fs::path& target, std::span<const std::span<const std::uint8_t>> parts)
+bool writeThrough(const fs::path& target, const PartSource& nextPart)
 {
 #if defined(_WIN32)
     Stream stream(_wfopen(target.c_str(), L"wb"));
 #else
     Stream stream(std::fopen(target.c_str(), "wbe"));
 #endif
-    if (!stream)
-        return false;
-    for (const auto& part : parts)
-        if (!part.empty() && std::fwrite(part.data(), 1, part.size(), stream.get()) != part.size())
-            return false;
-    return std::fflush(stream.get()) == 0;
+    return stream && writeAll(stream.get(), nextPart) && std::fflush(stream.get()) == 0;
 }
 
 } // namespace
@@ -118,7 +125,34 @@ std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_
     }
 }
 
-bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts)
+FileReader::FileReader(const char* path)
+{
+    const auto length = fileLength(path);
+    if (!length)
+        return;
+    m_stream.reset(open(nativePath(path), false).release());
+    m_length = *length;
+    if (m_stream)
+        std::setvbuf(m_stream.get(), nullptr, _IONBF, 0);
+}
+
+bool FileReader::read(std::uint64_t position, std::span<std::uint8_t> bytes)
+{
+    if (!m_stream || position > m_length || bytes.size() > m_length - position)
+        return false;
+#if defined(_WIN32)
+    if (position != m_position && _fseeki64(m_stream.get(), std::int64_t(position), SEEK_SET) != 0)
+        return false;
+#else
+    if (position != m_position && fseeko(m_stream.get(), off_t(position), SEEK_SET) != 0)
+        return false;
+#endif
+    const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), m_stream.get());
+    m_position = position + got;
+    return got == bytes.size();
+}
+
+bool writeFileInParts(const char* path, const PartSource& nextPart)
 {
     try {
         fs::path target = nativePath(path);
@@ -126,18 +160,14 @@ bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> 
         if (target.empty() || fs::is_directory(target, error))
             return false;
         if (fs::exists(target, error) && !fs::is_regular_file(target, error))
-            return writeThrough(target, parts);
+            return writeThrough(target, nextPart);
         if (fs::is_symlink(target, error)) // the file that is pointed at is replaced, not the link
             target = fs::canonical(target, error);
         fs::path created;
         Stream stream = createBeside(target, created);
         if (!stream)
             return false;
-        bool whole = true;
-        std::setvbuf(stream.get(), nullptr, _IONBF, 0);
-        for (const auto& part : parts)
-            whole = whole &&
-                    (part.empty() || std::fwrite(part.data(), 1, part.size(), stream.get()) == part.size());
+        bool whole = writeAll(stream.get(), nextPart);
         whole = std::fclose(stream.release()) == 0 && whole;
         if (whole) {
             const auto old = fs::status(target, error);
@@ -152,6 +182,19 @@ bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> 
     } catch (...) {
         return false;
     }
+}
+
+bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts)
+{
+    return writeFileInParts(path, [&]() -> std::span<const std::uint8_t> {
+        while (!parts.empty() && parts.front().empty())
+            parts = parts.subspan(1);
+        if (parts.empty())
+            return {};
+        const auto part = parts.front();
+        parts = parts.subspan(1);
+        return part;
+    });
 }
 
 bool writeFile(const char* path, std::span<const std::uint8_t> bytes)

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -16,9 +20,33 @@ std::optional<std::uint64_t> fileLength(const char* path);
 /// memory is short, or the path names something else (a directory, a device).
 std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_t limit = UINT64_MAX);
 
+/// A regular file opened for reading piece by piece.
+class FileReader
+{
+public:
+    explicit FileReader(const char* path);
+
+    bool isOpen() const { return m_stream != nullptr; }
+    std::uint64_t length() const { return m_length; }
+    /// Reads the bytes from the position on; false unless it gets them all.
+    bool read(std::uint64_t position, std::span<std::uint8_t> bytes);
+
+private:
+    struct Closer
+    {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, Closer> m_stream;
+    std::uint64_t m_length = 0;
+    std::uint64_t m_position = 0;
+};
+
 /// Writes the parts one after the other, whole or not at all: into a new file beside the target, which then
 /// takes its place. False when that fails; the old file is then as it was.
 bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts);
 bool writeFile(const char* path, std::span<const std::uint8_t> bytes);
+/// The same for parts that are made as they are written; an empty one is the end. A part need only last until
+/// the next is asked for.
+bool writeFileInParts(const char* path, const std::function<std::span<const std::uint8_t>()>& nextPart);
 
 } // namespace ormalux
