@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/Report.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace ormalux::cli {
+
+/// Exit codes.
+enum Exit
+{
+    Done = 0,
+    NothingFound = 1,
+    BadInput = 2
+};
+
+/// The pictures of one call and how their findings are written.
+struct Batch
+{
+    std::vector<std::string> files;
+    std::string annotate; ///< pattern of the annotated picture's name; empty for none
+    bool json = false;
+    bool csv = false;
+
+    /// Adds the pictures and the output options to a subcommand.
+    void addTo(CLI::App& command, bool withAnnotation);
+    bool several() const { return files.size() > 1; }
+
+    /// Works on every picture in turn, shows progress and writes the findings. A picture that cannot be used
+    /// is told on standard error and does not stop the others. The exit code: BadInput when one failed,
+    /// NothingFound when no picture gave a record (or a true fact), else Done.
+    int run(const std::function<Findings(const std::string& file)>& work) const;
+};
+
+} // namespace ormalux::cli

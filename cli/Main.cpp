@@ -1,0 +1,56 @@
+#include "cli/Batch.h"
+#include "cli/Commands.h"
+#include "cli/Input.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+
+using namespace ormalux::cli;
+
+namespace {
+
+int runProgram(int argc, char** argv)
+{
+    CLI::App program{"Ormalux: measures and finds parts in camera pictures, without a display."};
+    program.footer("Exit code: 0 done, 1 nothing found, 2 bad usage or input.\n"
+                   "'ormalux COMMAND --help' tells a command's options.");
+    program.set_version_flag("--version", "ormalux " ORMALUX_VERSION);
+    program.require_subcommand(1);
+    program.get_formatter()->column_width(34);
+
+    Chosen chosen;
+    addInfo(program, chosen);
+    addThreshold(program, chosen);
+    addBlobs(program, chosen);
+    addSource(program, chosen);
+    addMatch(program, chosen);
+
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const int code = program.exit(error);
+        return code == 0 ? Done : BadInput;
+    }
+    try {
+        return chosen();
+    } catch (const InputError& error) {
+        std::fprintf(stderr, "ormalux: %s\n", error.what());
+    } catch (const CLI::ParseError& error) {
+        std::fprintf(stderr, "ormalux: %s\n", error.what());
+    }
+    return BadInput;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Fonts and picture readers without a display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What is wrong with a picture is told by the reader, in one line that names it.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    int qtArguments = 1;
+    const QGuiApplication application(qtArguments, argv);
+    return runProgram(argc, argv);
+}

@@ -1,0 +1,155 @@
+#include "array/MatchSourceFile.h"
+#include "cli/Batch.h"
+#include "cli/Commands.h"
+#include "cli/Input.h"
+#include "cli/Values.h"
+#include "view/PictureWriter.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace ormalux::cli {
+
+namespace {
+
+struct CutOptions
+{
+    std::string picture;
+    std::string region;
+    std::string threshold = "auto";
+    std::string object;
+    std::string character;
+    std::string output;
+};
+
+struct ShowOptions
+{
+    std::vector<std::string> files;
+    std::string picture;
+    bool json = false;
+};
+
+bool endsWith(const std::string& text, const char* ending)
+{
+    const std::size_t length = std::string(ending).size();
+    return text.size() >= length && CLI::detail::to_lower(text.substr(text.size() - length)) == ending;
+}
+
+/// A pattern's key is its polarity, a character source's the character.
+int keyOf(const CutOptions& options)
+{
+    if (endsWith(options.output, ".mcs") && options.character.empty())
+        return parseObject(options.object.empty() ? "black" : options.object);
+    if (endsWith(options.output, ".ocs") && options.object.empty() && options.character.size() == 1)
+        return static_cast<unsigned char>(options.character[0]);
+    throw InputError(options.output +
+                     ": a pattern is written as .mcs with --object, a character as .ocs with --key "
+                     "and one character");
+}
+
+int cut(const CutOptions& options)
+{
+    const int key = keyOf(options);
+    GrayPicture picture = readGray(options.picture);
+    const RECT region = regionWithin(picture.image, options.picture, options.region);
+    picture.image.SetROIPlacement(region);
+    const ThresholdChoice choice = parsePlainThreshold(options.threshold);
+    const long threshold = choice.automatic ? picture.image.GetAutoThreshold('A', 1) : choice.low;
+    picture.image.Threshold(int(threshold));
+
+    std::vector<std::uint8_t> pixels(picture.image.view().pixels,
+                                     picture.image.view().pixels + picture.image.GetImageLen());
+    _stMatchSource source{};
+    source.key = static_cast<unsigned char>(key);
+    source.threshold = LONG(threshold);
+    source.black_count = LONG(picture.image.GetGrayLevelCount(0));
+    source.white_count = LONG(picture.image.GetGrayLevelCount(255));
+    source.width = picture.image.GetWidth();
+    source.height = picture.image.GetHeight();
+    source.data = pixels.data();
+    if (!writeMatchSource(options.output.c_str(), source))
+        throw InputError(options.output + ": cannot be written");
+    std::printf("%s: %d x %d, threshold %ld, %d black, %d white\n", options.output.c_str(), int(source.width),
+                int(source.height), threshold, int(source.black_count), int(source.white_count));
+    return Done;
+}
+
+std::string keyText(int key)
+{
+    if (key > 32 && key < 127)
+        return std::string(1, char(key));
+    return std::to_string(key);
+}
+
+int show(const ShowOptions& options)
+{
+    Report report(options.json ? Format::Json : Format::Table, options.files.size() > 1);
+    bool failed = false;
+    for (const std::string& file : options.files) {
+        CMatchSrcArray sources;
+        sources.Add(file.c_str());
+        if (sources.GetCount() == 0) {
+            std::fprintf(stderr,
+                         "ormalux: %s: not a match source, shorter than it declares, or not to be read\n",
+                         file.c_str());
+            failed = true;
+            continue;
+        }
+        const _stMatchSource& source = sources[0];
+        Findings findings{file};
+        findings.facts = {{"key", keyText(source.key)},  {"width", source.width},
+                          {"height", source.height},     {"threshold", source.threshold},
+                          {"black", source.black_count}, {"white", source.white_count}};
+        report.write(findings);
+        if (!options.json)
+            for (int y = 0; y < source.height && source.width <= 160; ++y) {
+                std::string line;
+                for (int x = 0; x < source.width; ++x)
+                    line += source.data[std::ptrdiff_t(y) * source.width + x] ? '#' : '.';
+                std::puts(line.c_str());
+            }
+        if (!options.picture.empty()) {
+            CKestImage image(source.width, source.height, source.data);
+            const std::string name = outputName(options.picture, file, options.files.size() > 1);
+            const std::string error = writePicture(name, toQImage(image));
+            if (!error.empty())
+                throw InputError(error);
+        }
+    }
+    return failed ? BadInput : Done;
+}
+
+} // namespace
+
+void addSource(CLI::App& program, Chosen& chosen)
+{
+    CLI::App* command = program.add_subcommand("source", "Cut templates out of pictures, and show them");
+    command->require_subcommand(1);
+
+    CLI::App* cutting =
+        command->add_subcommand("cut", "Write a region of a picture as .mcs (pattern) or .ocs (character)");
+    auto options = std::make_shared<CutOptions>();
+    cutting->add_option("picture", options->picture, "The picture to cut from")->required();
+    cutting->add_option("--roi", options->region, "The region x1,y1,x2,y2")
+        ->required()
+        ->each([](const std::string& text) { parseRegion(text); });
+    cutting->add_option("-t,--threshold", options->threshold, "auto or a level 0..255")
+        ->capture_default_str()
+        ->each([](const std::string& text) { parsePlainThreshold(text); });
+    cutting
+        ->add_option("--object", options->object, "A pattern's object: white or black (black when not given)")
+        ->each([](const std::string& text) { parseObject(text); });
+    cutting->add_option("--key", options->character, "The character that an .ocs source stands for");
+    cutting->add_option("-o,--output", options->output, "The file to write, .mcs or .ocs")->required();
+    cutting->callback([&chosen, options] { chosen = [options] { return cut(*options); }; });
+
+    CLI::App* showing = command->add_subcommand("show", "Print what source files hold");
+    auto shown = std::make_shared<ShowOptions>();
+    showing->add_option("files", shown->files, "Source files")->required();
+    showing->add_option("--picture", shown->picture,
+                        "Write the template as a picture; {} stands for the file's name");
+    showing->add_flag("--json", shown->json, "One JSON object a line and file, without the pixels");
+    showing->callback([&chosen, shown] { chosen = [shown] { return show(*shown); }; });
+}
+
+} // namespace ormalux::cli
