@@ -10,6 +10,7 @@ declare -A groups=(
     [fuzz]="clang libclang-rt-14-dev"
     [format]="clang-format-14"
     [windows]="g++-mingw-w64-x86-64-posix googletest wine wine64"
+    [windows-qt]="qt6-base-dev qt6-base-dev-tools dpkg-dev xz-utils"
     [bench]="libopencv-dev"
     [demo]="dpkg apt"
     [docs]="doxygen graphviz"
