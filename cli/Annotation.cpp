@@ -1,6 +1,6 @@
 #include "cli/Annotation.h"
 
-#include "cli/Input.h"
+#include "view/Picture.h"
 #include "view/PictureWriter.h"
 
 #include <QImage>
@@ -9,25 +9,36 @@
 namespace ormalux::cli {
 
 namespace {
+
 constexpr int labelSize = 12;
+
+QImage canvasOf(Workpiece& work)
+{
+    const CKestImage24& color = work.color;
+    if (color.IsEmpty() || color.GetWidth() != work.image.GetWidth() ||
+        color.GetHeight() != work.image.GetHeight())
+        return toQImage(work.image.view()).convertToFormat(QImage::Format_RGB32);
+    return work.original.convertToFormat(QImage::Format_RGB32);
+}
+
 } // namespace
 
-void writeAnnotated(const std::string& name, const CKestImage& image, CDrawObjArray& shapes)
+void writeAnnotated(const std::string& name, Workpiece& work)
 {
-    QImage canvas = toQImage(image).convertToFormat(QImage::Format_RGB32);
+    QImage canvas = canvasOf(work);
     {
         QPainter painter(&canvas);
-        RECT clip{0, 0, image.GetWidth(), image.GetHeight()};
-        shapes.Draw(&painter, 1.0f, 1.0f, &clip);
+        RECT clip{0, 0, work.image.GetWidth(), work.image.GetHeight()};
+        work.shapes.Draw(&painter, 1.0f, 1.0f, &clip);
     }
-    const std::string error = writePicture(name, canvas);
-    if (!error.empty())
+    std::string error;
+    if (!writePicture(name.c_str(), canvas, &error))
         throw InputError(error);
 }
 
 void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const std::string& label)
 {
-    shapes.AddRectangle(box.left - 1, box.top - 1, box.right + 1, box.bottom + 1, 0, 1, color, "result");
+    shapes.AddRectangle(box.left - 1, box.top - 1, box.right + 2, box.bottom + 2, 0, 1, color, "result");
     if (label.empty())
         return;
     const int above = box.top - labelSize - 4;

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "image/VisionImage.h"
-#include "view/DrawObjArray.h"
+#include "cli/Step.h"
 
 #include <string>
 
 namespace ormalux::cli {
 
-/// Draws the shapes over the picture and writes it in the format of the name's ending; throws InputError.
-/// Shapes stand in picture coordinates; a pixel covers the device square to its right and below.
-void writeAnnotated(const std::string& name, const CKestImage& image, CDrawObjArray& shapes);
+/// Draws the shapes of a workpiece over its picture and writes it in the format of the name's ending; throws
+/// InputError. A colour picture keeps its colours as long as no step changed its size.
+void writeAnnotated(const std::string& name, Workpiece& work);
 
 /// A box around the inclusive rectangle with a small label above it (below at the top edge).
 void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const std::string& label);

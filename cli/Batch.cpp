@@ -2,15 +2,28 @@
 
 #include "cli/Input.h"
 #include "cli/Progress.h"
+#include "platform/Path.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
 namespace ormalux::cli {
 
+namespace {
+
+bool isPictureName(const std::filesystem::path& path)
+{
+    const std::string ending = CLI::detail::to_lower(path.extension().string());
+    const char* const known[] = {".bmp", ".png", ".jpg", ".jpeg", ".tif", ".tiff"};
+    return std::find(std::begin(known), std::end(known), ending) != std::end(known);
+}
+
+} // namespace
+
 void Batch::addTo(CLI::App& command, bool withAnnotation)
 {
-    command.add_option("pictures", files, "Pictures: BMP, PNG, JPEG, TIFF")->required();
+    command.add_option("pictures", files, "Pictures (BMP, PNG, JPEG, TIFF) or folders of them")->required();
     auto* asJson = command.add_flag("--json", json, "One JSON object a line and picture");
     command.add_flag("--csv", csv, "Comma separated values, one header line")->excludes(asJson);
     if (withAnnotation)
@@ -19,8 +32,33 @@ void Batch::addTo(CLI::App& command, bool withAnnotation)
             "Write the picture with what was found drawn in; {} stands for the picture's name");
 }
 
-int Batch::run(const std::function<Findings(const std::string& file)>& work) const
+void Batch::expandFolders()
 {
+    namespace fs = std::filesystem;
+    std::vector<std::string> expanded;
+    for (const std::string& file : files) {
+        std::error_code error;
+        if (!fs::is_directory(nativePath(file.c_str()), error)) {
+            expanded.push_back(file);
+            continue;
+        }
+        std::vector<std::string> inside;
+        for (const auto& entry : fs::directory_iterator(nativePath(file.c_str()), error))
+            if (entry.is_regular_file(error) && isPictureName(entry.path())) {
+                const std::u8string path = entry.path().u8string();
+                inside.emplace_back(path.begin(), path.end());
+            }
+        if (inside.empty())
+            throw InputError(file + ": the folder holds no pictures");
+        std::sort(inside.begin(), inside.end());
+        expanded.insert(expanded.end(), inside.begin(), inside.end());
+    }
+    files = std::move(expanded);
+}
+
+int Batch::run(const std::function<Findings(const std::string& file)>& work)
+{
+    expandFolders();
     Report report(json ? Format::Json : csv ? Format::Csv : Format::Table, several());
     Progress progress(files.size());
     bool failed = false, found = false;

@@ -26,6 +26,9 @@ struct Batch
     bool json = false;
     bool csv = false;
 
+    /// Replaces folders by the pictures inside, by name; throws InputError for one without pictures.
+    void expandFolders();
+
     /// Adds the pictures and the output options to a subcommand.
     void addTo(CLI::App& command, bool withAnnotation);
     bool several() const { return files.size() > 1; }
@@ -33,7 +36,7 @@ struct Batch
     /// Works on every picture in turn, shows progress and writes the findings. A picture that cannot be used
     /// is told on standard error and does not stop the others. The exit code: BadInput when one failed,
     /// NothingFound when no picture gave a record (or a true fact), else Done.
-    int run(const std::function<Findings(const std::string& file)>& work) const;
+    int run(const std::function<Findings(const std::string& file)>& work);
 };
 
 } // namespace ormalux::cli

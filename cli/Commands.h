@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <functional>
+#include <string>
 
 namespace ormalux::cli {
 
@@ -12,8 +13,12 @@ using Chosen = std::function<int()>;
 
 void addInfo(CLI::App& program, Chosen& chosen);
 void addThreshold(CLI::App& program, Chosen& chosen);
-void addBlobs(CLI::App& program, Chosen& chosen);
 void addSource(CLI::App& program, Chosen& chosen);
-void addMatch(CLI::App& program, Chosen& chosen);
+void addProcess(CLI::App& program, Chosen& chosen);
+void addPlane(CLI::App& program, Chosen& chosen);
+void addRun(CLI::App& program, Chosen& chosen);
+void addRecipe(CLI::App& program, Chosen& chosen);
+/// A measuring step as a subcommand of its own.
+void addStep(CLI::App& parent, const std::string& commandName, const std::string& stepName, Chosen& chosen);
 
 } // namespace ormalux::cli

@@ -1,6 +1,7 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
+#include "cli/Step.h"
 
 #include <memory>
 
@@ -10,7 +11,8 @@ namespace {
 
 Findings describe(const std::string& file)
 {
-    const GrayPicture picture = readGray(file);
+    Workpiece picture;
+    loadPicture(file, picture);
     long histogram[256] = {};
     picture.image.Histogram(histogram);
     int darkest = 0, brightest = 255;
@@ -21,7 +23,7 @@ Findings describe(const std::string& file)
     Findings findings{file};
     findings.facts = {{"width", picture.image.GetWidth()},
                       {"height", picture.image.GetHeight()},
-                      {"kind", picture.color ? "colour" : "gray"},
+                      {"kind", !picture.color.IsEmpty() ? "colour" : "gray"},
                       {"darkest", darkest},
                       {"brightest", brightest},
                       {"mean", picture.image.GetGrayLevelAverage()},

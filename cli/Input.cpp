@@ -1,40 +1,67 @@
 #include "cli/Input.h"
 
-#include "cli/Values.h"
+#include "cli/Step.h"
 #include "platform/Path.h"
 #include "view/PictureReader.h"
+#include "view/PictureWriter.h"
+
+#include <algorithm>
 
 namespace ormalux::cli {
 
-GrayPicture readGray(const std::string& file)
+namespace {
+
+std::string sizeText(int width, int height)
 {
-    PictureResult result = readPicture(file);
-    if (!result.error.empty())
-        throw InputError(result.error);
-    GrayPicture picture;
-    picture.file = file;
-    picture.color = result.picture.channels == 3;
-    Picture& read = result.picture;
-    if (picture.color)
-        picture.image.SetImagePtr(read.width, read.height, 24, read.pixels.data(), "RGB");
-    else
-        picture.image.SetImagePtr(read.width, read.height, read.pixels.data());
-    if (picture.image.IsEmpty())
-        throw InputError(file + ": too little memory for " + std::to_string(read.width) + " x " +
-                         std::to_string(read.height) + " pixels");
-    return picture;
+    return std::to_string(width) + " x " + std::to_string(height) + " pixels";
 }
 
-RECT regionWithin(const CKestImage& image, const std::string& file, const std::string& regionText)
+/// The colour image's planes take rows without padding, its buffer counts padded ones: the rows stand
+/// unpadded at its beginning.
+void fillColor(CKestImage24& color, Picture& picture)
 {
-    const RECT whole{0, 0, image.GetWidth() - 1, image.GetHeight() - 1};
-    if (regionText.empty())
-        return whole;
-    const RECT region = parseRegion(regionText);
-    if (region.left < 0 || region.top < 0 || region.right > whole.right || region.bottom > whole.bottom)
-        throw InputError(file + ": the region " + regionText + " leaves the picture of " +
-                         std::to_string(image.GetWidth()) + " x " + std::to_string(image.GetHeight()) +
-                         " pixels");
+    const std::size_t stride = (std::size_t(picture.width) * 3 + 3) / 4 * 4;
+    picture.pixels.resize(std::max(picture.pixels.size(), stride * std::size_t(picture.height)));
+    color.SetImagePtr(picture.width, picture.height, picture.pixels.data());
+}
+
+} // namespace
+
+void loadPicture(const std::string& file, Workpiece& work)
+{
+    std::string error;
+    Picture picture = ormalux::readPicture(file.c_str(), &error);
+    if (picture.empty())
+        throw InputError(error);
+    work.file = file;
+    if (picture.isGray()) {
+        work.image.SetImagePtr(picture.width, picture.height, picture.pixels.data());
+    } else {
+        work.image.SetImagePtr(picture.width, picture.height, 24, picture.pixels.data(), "RGB");
+        work.original = toQImage(picture.source());
+        fillColor(work.color, picture);
+    }
+    if (work.image.IsEmpty() || (!picture.isGray() && work.color.IsEmpty()))
+        throw InputError(file + ": too little memory for " + sizeText(picture.width, picture.height));
+}
+
+void savePicture(const std::string& name, const CKestImage& image)
+{
+    std::string error;
+    const ConstGrayView view = image.view();
+    if (!writePicture(name.c_str(), PixelSource{view.pixels, view.width, view.height, view.stride, 8},
+                      &error))
+        throw InputError(error);
+}
+
+RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region)
+{
+    if (region.left < 0 || region.top < 0 || region.right >= image.GetWidth() ||
+        region.bottom >= image.GetHeight())
+        throw InputError(file + ": the region " + std::to_string(region.left) + "," +
+                         std::to_string(region.top) + "," + std::to_string(region.right) + "," +
+                         std::to_string(region.bottom) + " leaves the picture of " +
+                         sizeText(image.GetWidth(), image.GetHeight()));
     return region;
 }
 

@@ -16,19 +16,16 @@ struct InputError : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// A picture as the gray operations take it; a colour picture by the mean of red, green and blue.
-struct GrayPicture
-{
-    std::string file;
-    CKestImage image;
-    bool color = false;
-};
+struct Workpiece;
 
-/// Reads a picture; throws InputError.
-GrayPicture readGray(const std::string& file);
+/// Reads a picture; throws InputError. Gray steps take a colour picture by the mean of red, green and blue.
+void loadPicture(const std::string& file, Workpiece& work);
 
-/// The whole picture, or the region when it lies inside; throws InputError when it does not.
-RECT regionWithin(const CKestImage& image, const std::string& file, const std::string& regionText);
+/// The region as it is when it lies inside the picture; throws InputError when it does not.
+RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region);
+
+/// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
+void savePicture(const std::string& name, const CKestImage& image);
 
 /// The name that an output for this picture has: "{}" in the pattern stands for the picture's name without
 /// folder and ending. Throws InputError when several pictures would take one name.

@@ -19,12 +19,23 @@ int runProgram(int argc, char** argv)
     program.require_subcommand(1);
     program.get_formatter()->column_width(34);
 
-    Chosen chosen;
+    Chosen chosen = [] { return int(BadInput); };
     addInfo(program, chosen);
     addThreshold(program, chosen);
-    addBlobs(program, chosen);
+    addProcess(program, chosen);
+    addPlane(program, chosen);
+    addStep(program, "blobs", "blobs", chosen);
     addSource(program, chosen);
-    addMatch(program, chosen);
+    addStep(program, "match", "match", chosen);
+    addStep(program, "ocr", "ocr", chosen);
+    CLI::App* gauge = program.add_subcommand("gauge", "Measure edges");
+    gauge->require_subcommand(1);
+    addStep(*gauge, "point", "gauge-point", chosen);
+    addStep(*gauge, "line", "gauge-line", chosen);
+    addStep(program, "sample", "sample", chosen);
+    addStep(program, "histogram", "histogram", chosen);
+    addRun(program, chosen);
+    addRecipe(program, chosen);
 
     try {
         program.parse(argc, argv);

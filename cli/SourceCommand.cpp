@@ -2,8 +2,8 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
+#include "cli/Step.h"
 #include "cli/Values.h"
-#include "view/PictureWriter.h"
 
 #include <cstdio>
 #include <memory>
@@ -50,8 +50,9 @@ int keyOf(const CutOptions& options)
 int cut(const CutOptions& options)
 {
     const int key = keyOf(options);
-    GrayPicture picture = readGray(options.picture);
-    const RECT region = regionWithin(picture.image, options.picture, options.region);
+    Workpiece picture;
+    loadPicture(options.picture, picture);
+    const RECT region = regionWithin(picture.image, options.picture, parseRegion(options.region));
     picture.image.SetROIPlacement(region);
     const ThresholdChoice choice = parsePlainThreshold(options.threshold);
     const long threshold = choice.automatic ? picture.image.GetAutoThreshold('A', 1) : choice.low;
@@ -111,9 +112,7 @@ int show(const ShowOptions& options)
         if (!options.picture.empty()) {
             CKestImage image(source.width, source.height, source.data);
             const std::string name = outputName(options.picture, file, options.files.size() > 1);
-            const std::string error = writePicture(name, toQImage(image));
-            if (!error.empty())
-                throw InputError(error);
+            savePicture(name, image);
         }
     }
     return failed ? BadInput : Done;

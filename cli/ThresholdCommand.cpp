@@ -1,8 +1,8 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
+#include "cli/Step.h"
 #include "cli/Values.h"
-#include "view/PictureWriter.h"
 
 #include <memory>
 
@@ -21,12 +21,12 @@ struct Options
 
 Findings binarise(const Options& options, const std::string& file)
 {
-    GrayPicture picture = readGray(file);
+    Workpiece picture;
+    loadPicture(file, picture);
     CKestImage& image = picture.image;
-    const RECT region = regionWithin(image, file, options.region);
     const std::string output = outputName(options.output, file, options.batch.several());
     if (!options.region.empty())
-        image.SetROIPlacement(region);
+        image.SetROIPlacement(regionWithin(image, file, parseRegion(options.region)));
 
     Findings findings{file};
     findings.facts["output"] = output;
@@ -46,9 +46,7 @@ Findings binarise(const Options& options, const std::string& file)
     }
     findings.facts["white_pixels"] = image.GetGrayLevelCount(255);
     findings.facts["black_pixels"] = image.GetGrayLevelCount(0);
-    const std::string error = writePicture(output, toQImage(image));
-    if (!error.empty())
-        throw InputError(error);
+    savePicture(output, image);
     return findings;
 }
 

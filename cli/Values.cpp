@@ -24,7 +24,14 @@ std::optional<int> wholeNumber(std::string_view text)
     return value;
 }
 
-std::optional<std::vector<int>> numbers(std::string_view text, std::string_view separator)
+bool isLevel(int value)
+{
+    return value >= 0 && value <= 255;
+}
+
+} // namespace
+
+std::optional<std::vector<int>> parseNumbers(std::string_view text, std::string_view separator)
 {
     std::vector<int> found;
     for (;;) {
@@ -39,16 +46,9 @@ std::optional<std::vector<int>> numbers(std::string_view text, std::string_view 
     }
 }
 
-bool isLevel(int value)
-{
-    return value >= 0 && value <= 255;
-}
-
-} // namespace
-
 RECT parseRegion(const std::string& text)
 {
-    const auto values = numbers(text, ",");
+    const auto values = parseNumbers(text, ",");
     if (!values || values->size() != 4)
         refuse(text, "a region as x1,y1,x2,y2 (its first and last column and row)");
     RECT region{(*values)[0], (*values)[1], (*values)[2], (*values)[3]};
@@ -61,7 +61,7 @@ RECT parseRegion(const std::string& text)
 
 SIZE parseSize(const std::string& text)
 {
-    const auto values = numbers(text, "x");
+    const auto values = parseNumbers(text, "x");
     if (!values || values->size() != 2 || (*values)[0] < 1 || (*values)[1] < 1)
         refuse(text, "a size as WxH, both at least 1");
     return {(*values)[0], (*values)[1]};
@@ -71,7 +71,7 @@ ThresholdChoice parseThreshold(const std::string& text)
 {
     if (text == "auto")
         return {};
-    const auto values = numbers(text, "..");
+    const auto values = parseNumbers(text, "..");
     if (!values || values->size() > 2 || !isLevel(values->front()) || !isLevel(values->back()) ||
         values->front() > values->back())
         refuse(text, "'auto', a level from 0 to 255, or a range of levels as LOW..HIGH");

@@ -4,11 +4,16 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace ormalux::cli {
 
 /// What an operator writes for an option, read as a value; a text that means none is refused with a message
 /// (CLI::ValidationError) that says what was expected.
+
+/// Whole numbers between separators; nothing when anything else stands there.
+std::optional<std::vector<int>> parseNumbers(std::string_view text, std::string_view separator);
 
 /// "x1,y1,x2,y2": inclusive corners, put in order.
 RECT parseRegion(const std::string& text);

@@ -1,0 +1,91 @@
+#include "cli/Batch.h"
+#include "cli/Chain.h"
+#include "cli/Commands.h"
+#include "cli/Step.h"
+
+#include <memory>
+
+namespace ormalux::cli {
+
+namespace {
+
+struct ProcessOptions
+{
+    std::string picture;
+    std::vector<std::string> steps;
+    std::string output;
+};
+
+int process(const ProcessOptions& options)
+{
+    const std::vector<BoundStep> chain = parseChain(options.steps);
+    Workpiece work;
+    loadPicture(options.picture, work);
+    for (const BoundStep& bound : chain)
+        bound.step->run(work, bound.arguments);
+    savePicture(options.output, work.image);
+    return Done;
+}
+
+std::string stepList()
+{
+    std::string list = "Steps:\n";
+    for (const Step& step : allSteps()) {
+        if (step.measures)
+            continue;
+        std::string usage = step.name;
+        for (const Parameter& parameter : step.parameters)
+            usage += (&parameter == &step.parameters.front() ? ":" : ",") + parameter.name;
+        usage.resize(std::max<std::size_t>(usage.size() + 2, 28), ' ');
+        list += "  " + usage + step.help + "\n";
+    }
+    return list;
+}
+
+} // namespace
+
+void addProcess(CLI::App& program, Chosen& chosen)
+{
+    CLI::App* command = program.add_subcommand("process", "Change a picture by a chain of operations");
+    auto options = std::make_shared<ProcessOptions>();
+    command->add_option("picture", options->picture, "The picture")->required();
+    command->add_option("steps", options->steps, "The operations in turn, as NAME or NAME:ARGUMENT,ARGUMENT")
+        ->required();
+    command->add_option("-o,--output", options->output, "The picture to write")->required();
+    command->footer(stepList());
+    command->callback([&chosen, options] { chosen = [options] { return process(*options); }; });
+}
+
+void addPlane(CLI::App& program, Chosen& chosen)
+{
+    struct PlaneOptions
+    {
+        Batch batch;
+        std::string channel;
+        std::string output;
+    };
+    CLI::App* command = program.add_subcommand("plane", "Write one plane of colour pictures");
+    auto options = std::make_shared<PlaneOptions>();
+    const Step& step = *findStep("plane");
+    options->batch.addTo(*command, false);
+    command->add_option("-c,--channel", options->channel, step.help)
+        ->required()
+        ->check(CLI::IsMember(step.parameters.front().choices));
+    command
+        ->add_option("-o,--output", options->output, "The picture to write; {} stands for the picture's name")
+        ->required();
+    command->callback([&chosen, options] {
+        chosen = [options] {
+            return options->batch.run([&](const std::string& file) {
+                Workpiece work;
+                loadPicture(file, work);
+                findStep("plane")->run(work, {{"channel", options->channel}});
+                const std::string name = outputName(options->output, file, options->batch.several());
+                savePicture(name, work.image);
+                return Findings{file, {{"output", name}, {"mean", work.image.GetGrayLevelAverage()}}, "", {}};
+            });
+        };
+    });
+}
+
+} // namespace ormalux::cli
