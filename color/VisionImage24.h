@@ -207,7 +207,7 @@ public:
     /// no buffer.
     int GetImageWithFilter(char filter, CKestImage& target) const;
 
-    // Blobs (measure/VisionImage24Measure.cpp): the gray image's blob searches of the same form on one gray
+    // Blobs (measure/VisionImage24Blob.cpp): the gray image's blob searches of the same form on one gray
     // plane. Sizes are inclusive limits in pixels; the region is left <= x < right, top <= y < bottom.
     // Results are appended; returns result.GetCount(), 0 for an empty image.
 
@@ -235,7 +235,7 @@ public:
     int GetKBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
                      long max_w, long min_h, long max_h, CBlobRectArray& result) const;
 
-    // Sampling along shapes (measure/VisionImage24Measure.cpp): the points of the gray image's samplings in
+    // Sampling along shapes (measure/VisionImage24Sample.cpp): the points of the gray image's samplings in
     // the same order, repeated ones repeated; points outside the image are skipped. Returns ar.GetCount().
 
     int GetLinePixelArray(long x1, long y1, long x2, long y2, CColorPixelArray& ar) const;
