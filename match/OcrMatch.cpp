@@ -1,0 +1,92 @@
+#include "match/OcrMatch.h"
+
+#include "image/WorkPool.h"
+#include "match/Score.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace ormalux {
+
+namespace {
+
+struct Best
+{
+    std::int32_t source; ///< -1: none
+    Yields yields;
+};
+
+bool inside(const ConstGrayView& image, const _stBlobRect& box)
+{
+    const auto [left, right] = std::minmax(box.left, box.right);
+    const auto [top, bottom] = std::minmax(box.top, box.bottom);
+    return left >= 0 && top >= 0 && right < image.width && bottom < image.height;
+}
+
+/// Reads one box after the other.
+class CharacterReader
+{
+public:
+    bool prepare(const Templates& templates)
+    {
+        return m_box.prepare(templates) && m_hits.reserve(templates.count());
+    }
+
+    Best read(const ConstGrayView& image, int threshold, const _stBlobRect& box, const Templates& templates)
+    {
+        Best best{-1, {}};
+        if (!inside(image, box))
+            return best;
+        const int width = box.right - box.left + 1;
+        const int height = box.bottom - box.top + 1;
+        m_box.pack(image.row(box.top) + box.left, image.stride, width, height, threshold);
+        kernels::countHits(m_box.planes(), templates.planes(), templates.count(), m_hits.data());
+        const float area = float(std::int64_t(width) * height);
+        for (std::size_t i = 0; i < templates.count(); ++i) {
+            const Yields yields = yieldsOf(m_hits[i], templates.facts(i), area);
+            if (best.source < 0 || yields.average() >= best.yields.average())
+                best = {std::int32_t(i), yields};
+        }
+        return best;
+    }
+
+private:
+    BoxBits m_box;
+    Growable<kernels::Hits> m_hits;
+};
+
+} // namespace
+
+void matchCharacters(const ConstGrayView& image, int threshold, std::span<const _stBlobRect> boxes,
+                     std::span<const _stMatchSource> sources, CMatchResultArray& results)
+{
+    Templates templates;
+    Growable<Best> found;
+    if (image.empty() || boxes.empty() || sources.empty() ||
+        !templates.pack(sources, image.width, image.height) || !found.reserve(boxes.size()))
+        return;
+    std::atomic<bool> complete{true};
+    const std::int64_t boxNanoseconds = 100 + std::int64_t(templates.count() * (10 + templates.rows()));
+    runBands(Job::OcrMatch, std::int64_t(boxes.size()), {std::int64_t(boxes.size()) * boxNanoseconds},
+             [&](const Band& band) {
+                 CharacterReader reader;
+                 if (band.size() > 0 && !reader.prepare(templates)) {
+                     complete = false;
+                     return;
+                 }
+                 for (std::int64_t i = band.first; i < band.end; ++i)
+                     found[i] = reader.read(image, threshold, boxes[i], templates);
+             });
+    if (!complete)
+        return;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        if (found[i].source < 0)
+            continue;
+        const auto& [source, yields] = found[i];
+        const _stBlobRect& box = boxes[i];
+        results.Add(templates.facts(source).key, box.left, box.top, box.right, box.bottom, box.pixel_count,
+                    yields.black, yields.white);
+    }
+}
+
+} // namespace ormalux

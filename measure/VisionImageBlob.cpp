@@ -1,0 +1,81 @@
+#include "image/VisionImage.h"
+
+#include "measure/BlobList.h"
+
+using namespace ormalux;
+
+namespace {
+
+BlobRegion wholeOf(const ConstGrayView& image)
+{
+    return {0, 0, image.width, image.height};
+}
+
+// What the array holds afterwards; 0 when the search had no memory.
+template <class Array>
+int answer(bool complete, Array& result)
+{
+    return complete ? result.GetCount() : 0;
+}
+
+} // namespace
+
+int CKestImage::GetBlobList(int value, long min_w, long max_w, long min_h, long max_h,
+                            CBlobRectArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{wholeOf(view()), levelsEqualTo(value), {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobs(view(), query, result), result);
+}
+
+int CKestImage::GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
+                            CBlobRectArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{wholeOf(view()), levelsOfColor(threshold, color), {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobs(view(), query, result), result);
+}
+
+int CKestImage::GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
+                            long max_w, long min_h, long max_h, CBlobRectArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
+                          levelsOfColor(threshold, color),
+                          {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobs(view(), query, result), result);
+}
+
+int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w,
+                            long min_h, long max_h, CBlobRectArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
+                          levelsEqualTo(value),
+                          {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobs(view(), query, result), result);
+}
+
+int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w,
+                            long min_h, long max_h, CPointArrayArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
+                          levelsEqualTo(value),
+                          {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobPixels(view(), query, result), result);
+}
+
+int CKestImage::GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w,
+                                     long min_h, long max_h, CBlobRectArray& result) const
+{
+    if (IsEmpty())
+        return 0;
+    const BlobQuery query{wholeOf(view()), {low, high}, {min_w, max_w, min_h, max_h}};
+    return answer(appendBlobs(view(), query, result), result);
+}
