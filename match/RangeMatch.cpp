@@ -112,9 +112,9 @@ void matchThresholdRange(const ConstGrayView& image, int low, int high, const _s
     });
 
     const std::int64_t lowest =
-        std::max(std::int64_t(low), std::min(std::int64_t(high), std::int64_t(-1)) - rangeLimit);
+        std::max(std::int64_t(low), std::min(std::int64_t(high), std::int64_t(-1)) - rangeLimit + 1);
     const std::int64_t highest =
-        std::min(std::int64_t(high), std::max(std::int64_t(low), std::int64_t(255)) + rangeLimit);
+        std::min(std::int64_t(high), std::max(std::int64_t(low), std::int64_t(255)) + rangeLimit - 1);
     for (int i = 0; i < steps.count(); ++i) {
         const std::int64_t first = i == 0 ? lowest : steps[i].threshold;
         const std::int64_t last = i + 1 == steps.count() ? highest : steps[i + 1].threshold - 1;

@@ -112,7 +112,8 @@ TEST(BlobSearch, PacksEveryLevelRangeAtEveryLength)
         for (std::size_t count : {1u, 15u, 16u, 63u, 64u, 65u, 127u, 200u, 300u})
             for (auto [low, high] : {std::pair{0, 255}, {0, 0}, {255, 255}, {100, 180}, {1, 254}}) {
                 std::vector<std::uint64_t> words((count + 63) / 64, ~std::uint64_t(0));
-                kernels::packLevels({pixels.data(), 300, count, 1}, std::uint8_t(low), std::uint8_t(high), words.data(), 1);
+                kernels::packLevels({pixels.data(), 300, count, 1}, std::uint8_t(low), std::uint8_t(high),
+                                    words.data(), 1);
                 for (std::size_t i = 0; i < words.size() * 64; ++i)
                     ASSERT_EQ(words[i / 64] >> i % 64 & 1,
                               std::uint64_t(i < count && pixels[i] >= low && pixels[i] <= high))
