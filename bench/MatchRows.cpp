@@ -12,7 +12,7 @@ namespace {
 
 constexpr int threshold = 120;
 
-/// Parts on a dark ground under camera noise, and one of them as the pattern.
+/// Parts with soft edges on a dark ground under camera noise, so that every level occurs, and a part as the pattern.
 struct PatternCase
 {
     CKestImage image;
@@ -24,6 +24,8 @@ struct PatternCase
     PatternCase(int width, int height)
     {
         auto gray = bench::partsPicture(width, height);
+        cv::Mat soft(height, width, CV_8U, gray.data());
+        cv::GaussianBlur(soft, soft, {5, 5}, 0);
         std::mt19937 engine(45);
         for (auto& p : gray)
             p = std::uint8_t(p + engine() % 12);
