@@ -14,7 +14,7 @@ set(interface_headers
   image/GrayView.h image/VisionImage.h
   color/ColorConversion.h color/ColorView.h color/VisionImage24.h)
 file(GLOB array_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/array/*Array.h)
-list(APPEND interface_headers ${array_headers} array/Records.h)
+list(APPEND interface_headers ${array_headers} array/Records.h array/RecordStorage.h)
 if(ORMALUX_BUILD_VIEW)
   set_target_properties(OrmaluxView PROPERTIES INSTALL_RPATH $ORIGIN)
   install(TARGETS OrmaluxView EXPORT OrmaluxViewTargets
