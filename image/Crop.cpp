@@ -6,9 +6,18 @@
 
 namespace ormalux {
 
+namespace {
+
+bool liesInside(const ConstGrayView& image, int left, int top, int right, int bottom)
+{
+    return !image.empty() && left >= 0 && top >= 0 && right < image.width && bottom < image.height;
+}
+
+} // namespace
+
 std::uint8_t* copyOfRectangle(const ConstGrayView& image, int left, int top, int right, int bottom)
 {
-    if (image.empty() || left < 0 || top < 0 || right >= image.width || bottom >= image.height)
+    if (!liesInside(image, left, top, right, bottom))
         return nullptr;
     const std::size_t width = std::size_t(right) - left + 1;
     const std::size_t height = std::size_t(bottom) - top + 1;
@@ -22,6 +31,17 @@ std::uint8_t* copyOfRectangle(const ConstGrayView& image, int left, int top, int
     for (std::size_t y = 0; y < height; ++y)
         std::memcpy(copy + y * width, image.row(top + int(y)) + left, width);
     return copy;
+}
+
+bool cropInPlace(const GrayView& image, int left, int top, int right, int bottom)
+{
+    if (!liesInside(image, left, top, right, bottom))
+        return false;
+    const std::size_t width = std::size_t(right) - left + 1;
+    std::uint8_t* to = image.pixels;
+    for (int y = top; y <= bottom; ++y, to += width)
+        std::memmove(to, image.row(y) + left, width);
+    return true;
 }
 
 } // namespace ormalux

@@ -56,6 +56,11 @@ void CKestImage::adopt(unsigned char* pixels, int width, int height)
     release();
     m_linked = false;
     m_pixels = pixels;
+    resize(width, height);
+}
+
+void CKestImage::resize(int width, int height)
+{
     m_width = width;
     m_height = height;
     m_length = ormalux::pixelCount(width, height);
@@ -143,8 +148,18 @@ CKestImage* CKestImage::GetImage(int, int, int, int) const
 
 void CKestImage::SetROIPlacement(int x1, int y1, int x2, int y2)
 {
-    if (unsigned char* crop = GetImagePtr(x1, y1, x2, y2))
+    const int left = std::min(x1, x2), top = std::min(y1, y2), right = std::max(x1, x2),
+              bottom = std::max(y1, y2);
+    // Most of an image moves up within its buffer; a small part gets a buffer of its own and frees the large
+    // one.
+    const std::int64_t kept = (std::int64_t(right) - left + 1) * (std::int64_t(bottom) - top + 1);
+    if (!m_linked && kept > m_length / 2) {
+        if (!ormalux::cropInPlace(view(), left, top, right, bottom))
+            return;
+        resize(x2 - x1 + 1, y2 - y1 + 1);
+    } else if (unsigned char* crop = ormalux::copyOfRectangle(view(), left, top, right, bottom)) {
         adopt(crop, x2 - x1 + 1, y2 - y1 + 1);
+    }
 }
 
 void CKestImage::SetROIPlacement(const RECT& rect)

@@ -300,15 +300,15 @@ public:
 
 private:
     /// Whether there are pixels. A buffer may also go with a size of 0, and with a size below 0 after a crop to a
-    /// reversed rectangle; the buffer always holds the length's bytes.
+    /// reversed rectangle; the buffer always holds at least the length's bytes.
     bool valid() const { return m_pixels && m_width > 0 && m_height > 0; }
     /// Whether an owned buffer of the size is there already.
     bool reusable(int width, int height) const
     {
         return valid() && !m_linked && std::int64_t(width) * height == m_length;
     }
-    /// Gives a reusable buffer the size.
-    void resize(int width, int height) { m_width = width, m_height = height; }
+    /// Gives the buffer a size that it is large enough for.
+    void resize(int width, int height);
     /// Frees the buffer unless linked; size and flag stay.
     void release();
     /// Frees the buffer unless linked and takes an owned one, made with new[]; null leaves the size without pixels.
