@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// Kernels that find the steps of gray profiles across a threshold.
+namespace ormalux::kernels {
+
+/// Which steps count: samples are exclusive-or'd with flip (0, or 255 to look for falling steps), then a
+/// sample above limit behind one that is not above it completes a step.
+struct StepRule
+{
+    std::uint8_t flip;
+    std::uint8_t limit;
+};
+
+struct ProfileStep
+{
+    std::uint8_t contrast; ///< the rise to the completing sample; 0 when there is no step
+    std::size_t index;     ///< of the completing sample
+};
+
+/// The step with the largest contrast, the last among equal ones.
+ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule);
+
+/// Sets bit i % 64 of marks[i / 64] when samples[i + 1] completes a step, clears it otherwise; (count + 62) /
+/// 64 words.
+void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks);
+
+inline constexpr int columnsAtOnce = 64;
+
+/// The strongest steps of 64 profiles that run down side by side. From shiftRow on each reads the column to
+/// its right, so that 65 columns are read. rows gets the row of the completing sample where the contrast is
+/// not 0.
+void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int rowCount, int shiftRow,
+                             StepRule rule, std::uint8_t* contrasts, std::int32_t* rows);
+
+} // namespace ormalux::kernels
