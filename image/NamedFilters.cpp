@@ -1,5 +1,8 @@
 #include "image/NamedFilters.h"
 
+#include "image/RowWindow.h"
+#include "image/kernels/NamedFilterKernels.h"
+
 namespace ormalux {
 
 namespace {
@@ -27,7 +30,18 @@ Convolution convolutionOf(NamedFilter name)
 
 bool filter(GrayView image, NamedFilter name)
 {
-    return filter(image, convolutionOf(name), false);
+    if (image.empty())
+        return false;
+    const int reach = int(convolutionOf(name).size / 2);
+    RowWindow window(image, reach, reach);
+    if (!window.prepare(false))
+        return false;
+    const kernels::RowFilter rows = kernels::namedFilterRows(static_cast<int>(name));
+    window.run(Band{0, 0, image.height},
+               [&](const std::uint8_t* const* source, std::uint8_t* out, int count) {
+                   rows(source, out, image.stride, std::size_t(image.width), count);
+               });
+    return true;
 }
 
 } // namespace ormalux
