@@ -1,7 +1,11 @@
 #include "image/NamedFilters.h"
 
 #include "image/RowWindow.h"
+#include "image/kernels/EmbossKernels.h"
 #include "image/kernels/NamedFilterKernels.h"
+
+#include <cstring>
+#include <utility>
 
 namespace ormalux {
 
@@ -21,6 +25,26 @@ constexpr Convolution convolutions[] = {
     {gassian5x5, 5, 52, 0}, {emboss, 3, -1, 127}, {laplacian, 3, -1, 255}, {laplacian, 3, -1, 0},
 };
 
+// Two rows of scratch do: the kernel sees one row above, which is kept, and one below, which is still there.
+bool embossInPlace(GrayView image)
+{
+    const std::size_t width = std::size_t(image.width),
+                      stride = 64 + std::size_t(wholeLines(std::ptrdiff_t(image.width) + 1));
+    const ScratchBytes scratch = scratchBytes(2 * stride);
+    if (!scratch)
+        return false;
+    std::uint8_t *above = scratch.get() + 64, *kept = above + stride;
+    std::memcpy(above, image.pixels, width);
+    above[width] = above[width - 1];
+    for (int y = 0; y + 1 < image.height; ++y) {
+        kernels::embossRow(above, image.row(y), image.row(y + 1), kept, width);
+        std::swap(above, kept);
+    }
+    std::memcpy(kept, image.row(image.height - 1), width);
+    kernels::embossRow(above, image.row(image.height - 1), kept, kept, width);
+    return true;
+}
+
 } // namespace
 
 Convolution convolutionOf(NamedFilter name)
@@ -32,6 +56,8 @@ bool filter(GrayView image, NamedFilter name)
 {
     if (image.empty())
         return false;
+    if (name == NamedFilter::Emboss)
+        return embossInPlace(image);
     const int reach = int(convolutionOf(name).size / 2);
     RowWindow window(image, reach, reach);
     if (!window.prepare(false))

@@ -1,28 +1,27 @@
 #include "image/RowWindow.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace ormalux {
 
 namespace {
 
-std::ptrdiff_t roundedUp(std::ptrdiff_t n)
-{
-    return (n + 63) & ~std::ptrdiff_t(63);
-}
+constexpr std::ptrdiff_t cacheBytes = 40 * 1024;
 
 } // namespace
 
 RowWindow::RowWindow(GrayView image, int before, int after)
-    : m_image(image), m_before(before), m_after(after),
-      m_ringRows(std::min(groupRows + before + after, image.height)),
-      m_tailRows(std::min(after, image.height)), m_margin(roundedUp(before)),
+    : m_image(image), m_copy(kernels::paddedCopy()), m_before(before), m_after(after),
+      m_margin(wholeLines(before)),
       // An odd number of cache lines: rows one below the other never compete for the same lines.
-      m_stride((m_margin + roundedUp(std::ptrdiff_t(std::max(image.width, 64)) + after + 64)) | 64)
+      m_stride((m_margin + wholeLines(std::ptrdiff_t(std::max(image.width, 64)) + after + 64)) | 64),
+      // Large groups sum fewer rows twice, as long as their source rows stay in the first cache.
+      m_groupRows(std::clamp(int(cacheBytes / m_stride) - before - after, 8, maxGroupRows)),
+      m_ringRows(std::min(m_groupRows + before + after, image.height)),
+      m_tailRows(std::min(after, image.height))
 {
     const std::size_t pointers =
-        roundedUp(std::ptrdiff_t(sizeof(std::uint8_t*)) * (groupRows + before + after));
+        wholeLines(std::ptrdiff_t(sizeof(std::uint8_t*)) * (m_groupRows + before + after));
     m_slotBytes = std::size_t(m_stride) * (std::size_t(m_ringRows) + std::size_t(m_tailRows)) + pointers;
 }
 
@@ -37,8 +36,7 @@ RowWindow::Slot RowWindow::slotOf(int index) const
 bool RowWindow::prepare(bool inBands)
 {
     const int count = inBands ? bandCount() : 1;
-    m_bytes.reset(static_cast<std::uint8_t*>(
-        ::operator new(m_slotBytes* std::size_t(count), std::align_val_t(64), std::nothrow)));
+    m_bytes = scratchBytes(m_slotBytes * std::size_t(count));
     if (!m_bytes)
         return false;
     for (int i = 0; i < count && inBands; ++i) {
@@ -55,26 +53,24 @@ bool RowWindow::prepare(bool inBands)
     return true;
 }
 
-void RowWindow::copyRow(std::uint8_t* to, int y) const
-{
-    const std::uint8_t* from = m_image.row(y);
-    const std::size_t width = std::size_t(m_image.width);
-    std::memset(to - m_margin, from[0], std::size_t(m_margin));
-    std::memcpy(to, from, width);
-    std::memset(to + width, from[width - 1], std::size_t(m_stride - m_margin) - width);
-}
-
 const std::uint8_t* const* RowWindow::advance(const Slot& slot, const Band& band, int first, int count) const
 {
+    const int end = int(band.end), begin = std::max(0, first - m_before);
     // Rows up to the former group's last source row are there; the picture still holds the others unfiltered.
-    const int end = int(band.end);
-    const int known = first == band.first ? first : std::min(end, first + m_after);
-    for (int y = known; y < std::min(end, first + count + m_after); ++y)
-        copyRow(ringRow(slot, y), y);
-    for (int j = 0; j < count + m_before + m_after; ++j) {
-        const int y = std::clamp(first - m_before + j, 0, m_image.height - 1);
-        slot.source[j] = y < end ? ringRow(slot, y) : slot.tail + (y - end) * m_stride;
+    const int known = first == band.first ? first : first + m_after;
+    int ring = begin % m_ringRows;
+    int j = 0;
+    for (int y = begin; y < std::min(m_image.height, first + count + m_after); ++y) {
+        std::uint8_t* row = y < end ? slot.rows + ring * m_stride : slot.tail + (y - end) * m_stride;
+        if (y >= known && y < end)
+            copyRow(row, y);
+        ring = ring + 1 == m_ringRows ? 0 : ring + 1;
+        // The first row stands for those above it.
+        for (const int own = y - (first - m_before); j <= own; ++j)
+            slot.source[j] = row;
     }
+    for (; j < count + m_before + m_after; ++j)
+        slot.source[j] = slot.source[j - 1];
     return slot.source;
 }
 

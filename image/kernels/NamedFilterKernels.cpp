@@ -39,9 +39,9 @@ struct Soften // sums up to 2295, and 7 times the centre
     static constexpr bool weighted = false;
     static int of(int sum, int centre) { return (sum + 7 * centre) / 16; }
     template <class D, class V>
-    static HWY_INLINE V of(D, V sum, V centre)
+    static HWY_INLINE V of(D d, V sum, V centre)
     {
-        return hn::ShiftRight<4>((sum - centre) + hn::ShiftLeft<3>(centre));
+        return hn::ShiftRight<4>(sum + centre * hn::Set(d, 7));
     }
 };
 
@@ -75,8 +75,7 @@ struct Edge
     template <class D, class V>
     static HWY_INLINE V of(D d, V sum, V centre)
     {
-        const V response = hn::SaturatedSub(hn::ShiftLeft<3>(centre) + centre, sum);
-        return hn::SaturatedSub(hn::Set(d, 255), response);
+        return hn::SaturatedSub(hn::Set(d, 255), hn::SaturatedSub(centre * hn::Set(d, 9), sum));
     }
 };
 
@@ -87,7 +86,7 @@ struct Laplacian
     template <class D, class V>
     static HWY_INLINE V of(D d, V sum, V centre)
     {
-        return hn::Min(hn::SaturatedSub(sum, hn::ShiftLeft<3>(centre) + centre), hn::Set(d, 255));
+        return hn::Min(hn::SaturatedSub(sum, centre * hn::Set(d, 9)), hn::Set(d, 255));
     }
 };
 
@@ -123,13 +122,6 @@ void gassian5x5(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::si
         return (along(0, 0, 1, 2) + along(1, 1, 3, 4) + along(2, 2, 4, 8) + along(3, 1, 3, 4) +
                 along(4, 0, 1, 2)) /
                52;
-    });
-}
-
-void emboss(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count)
-{
-    eachPixel(out, stride, width, count, [&](int y, std::ptrdiff_t x) {
-        return std::clamp(127 + source[y][x + 1] - source[y + 2][x - 1], 0, 255);
     });
 }
 
@@ -171,7 +163,7 @@ HWY_INLINE void eachBlock(std::uint8_t* out, std::ptrdiff_t stride, std::size_t 
 {
     const std::size_t lanes = hn::Lanes(d8);
     if (width < lanes) {
-        alignas(64) std::uint8_t narrow[16 * HWY_MAX_BYTES];
+        alignas(64) std::uint8_t narrow[32 * HWY_MAX_BYTES];
         block(0, narrow, std::ptrdiff_t(lanes));
         for (int y = 0; y < count; ++y)
             std::memcpy(out + y * stride, narrow + std::size_t(y) * lanes, width);
@@ -276,19 +268,6 @@ void gassian5x5(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::si
     });
 }
 
-void emboss(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count)
-{
-    const V8 gray = hn::Set(d8, 127);
-    eachBlock(out, stride, width, count, [=](std::size_t x, std::uint8_t* to, std::ptrdiff_t step) {
-        for (int y = 0; y < count; ++y) {
-            const V8 a = hn::LoadU(d8, source[y] + x + 1), b = hn::LoadU(d8, source[y + 2] + x - 1);
-            // One of the two differences is 0.
-            const V8 up = hn::SaturatedAdd(gray, hn::SaturatedSub(a, b));
-            hn::StoreU(hn::SaturatedSub(up, hn::SaturatedSub(b, a)), d8, to + y * step);
-        }
-    });
-}
-
 #endif
 
 void sharpen(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count)
@@ -332,14 +311,13 @@ ORMALUX_SIMD_TABLE(blur);
 ORMALUX_SIMD_TABLE(soften);
 ORMALUX_SIMD_TABLE(gassian3x3);
 ORMALUX_SIMD_TABLE(gassian5x5);
-ORMALUX_SIMD_TABLE(emboss);
 ORMALUX_SIMD_TABLE(edge);
 ORMALUX_SIMD_TABLE(laplacian);
 
 RowFilter namedFilterRows(int index)
 {
     static const RowFilter* const all[] = {sharpenVariants,    blurVariants,       softenVariants,
-                                           gassian3x3Variants, gassian5x5Variants, embossVariants,
+                                           gassian3x3Variants, gassian5x5Variants, nullptr,
                                            edgeVariants,       laplacianVariants};
     return all[index][static_cast<int>(kernelTarget())];
 }
