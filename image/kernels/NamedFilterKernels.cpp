@@ -23,34 +23,40 @@ using Source = const std::uint8_t* const*;
 // whole range of the sum: with m = ceil(2^s / d) the product errs by sum x (m d - 2^s) / (d 2^s), less than 1
 // / d.
 
+// A compiler makes two instructions of a multiplication by a factor that it knows.
+const volatile std::uint16_t seven = 7, nine = 9;
+
 struct Blur // sums up to 2295
 {
     static constexpr bool weighted = false;
+    static constexpr std::uint16_t factor = 7282;
     static int of(int sum, int) { return sum / 9; }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V)
+    static HWY_INLINE V of(D, V sum, V, V factor)
     {
-        return hn::MulHigh(sum, hn::Set(d, 7282));
+        return hn::MulHigh(sum, factor);
     }
 };
 
 struct Soften // sums up to 2295, and 7 times the centre
 {
     static constexpr bool weighted = false;
+    static constexpr const volatile std::uint16_t& factor = seven;
     static int of(int sum, int centre) { return (sum + 7 * centre) / 16; }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V centre)
+    static HWY_INLINE V of(D d, V sum, V centre, V factor)
     {
-        return hn::ShiftRight<4>(sum + centre * hn::Set(d, 7));
+        return hn::ShiftRight<4>(sum + centre * factor);
     }
 };
 
 struct Gassian3x3
 {
     static constexpr bool weighted = true;
+    static constexpr std::uint16_t factor = 0;
     static int of(int sum, int) { return sum / 16; }
     template <class D, class V>
-    static HWY_INLINE V of(D, V sum, V)
+    static HWY_INLINE V of(D, V sum, V, V)
     {
         return hn::ShiftRight<4>(sum);
     }
@@ -59,34 +65,37 @@ struct Gassian3x3
 struct Sharpen // up to 3825 before the division
 {
     static constexpr bool weighted = false;
+    static constexpr std::uint16_t factor = 9363;
     static int of(int sum, int centre) { return std::clamp((16 * centre - sum) / 7, 0, 255); }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V centre)
+    static HWY_INLINE V of(D d, V sum, V centre, V factor)
     {
         const V above = hn::SaturatedSub(hn::ShiftLeft<4>(centre), sum);
-        return hn::Min(hn::MulHigh(above, hn::Set(d, 9363)), hn::Set(d, 255));
+        return hn::Min(hn::MulHigh(above, factor), hn::Set(d, 255));
     }
 };
 
 struct Edge
 {
     static constexpr bool weighted = false;
+    static constexpr const volatile std::uint16_t& factor = nine;
     static int of(int sum, int centre) { return std::clamp(255 - (9 * centre - sum), 0, 255); }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V centre)
+    static HWY_INLINE V of(D d, V sum, V centre, V factor)
     {
-        return hn::SaturatedSub(hn::Set(d, 255), hn::SaturatedSub(centre * hn::Set(d, 9), sum));
+        return hn::SaturatedSub(hn::Set(d, 255), hn::SaturatedSub(centre * factor, sum));
     }
 };
 
 struct Laplacian
 {
     static constexpr bool weighted = false;
+    static constexpr const volatile std::uint16_t& factor = nine;
     static int of(int sum, int centre) { return std::clamp(sum - 9 * centre, 0, 255); }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V centre)
+    static HWY_INLINE V of(D d, V sum, V centre, V factor)
     {
-        return hn::Min(hn::SaturatedSub(sum, centre * hn::Set(d, 9)), hn::Set(d, 255));
+        return hn::Min(hn::SaturatedSub(sum, centre * factor), hn::Set(d, 255));
     }
 };
 
@@ -193,20 +202,30 @@ template <class Filter>
 HWY_INLINE void filter3x3(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::size_t width,
                           int count)
 {
+    const V16 factor = hn::Set(d16, Filter::factor);
+    const auto finished = [=](const Columns& sum, const Columns& centre) {
+        return Columns{Filter::of(d16, sum.even, centre.even, factor),
+                       Filter::of(d16, sum.odd, centre.odd, factor)};
+    };
     eachBlock(out, stride, width, count, [=](std::size_t x, std::uint8_t* to, std::ptrdiff_t step) {
         Columns centre, next;
-        const Columns first = along3<Filter>(source[0] + x, next);
+        Columns lead = along3<Filter>(source[0] + x, next);
         Columns row = along3<Filter>(source[1] + x, centre);
-        Columns pair = first + row;
-        for (int y = 0; y < count; ++y) {
+        if (Filter::weighted)
+            lead = lead + row;
+        // Two output rows share the sum of the rows between them.
+        int y = 0;
+        for (; y + 2 <= count; y += 2) {
             const Columns below = along3<Filter>(source[y + 2] + x, next);
-            const Columns nextPair = row + below;
-            const Columns sum = pair + (Filter::weighted ? nextPair : below);
-            store({Filter::of(d16, sum.even, centre.even), Filter::of(d16, sum.odd, centre.odd)},
-                  to + y * step);
-            pair = nextPair;
-            row = below;
-            centre = next;
+            const Columns shared = row + below;
+            store(finished(lead + shared, centre), to + y * step);
+            row = along3<Filter>(source[y + 3] + x, centre);
+            lead = Filter::weighted ? below + row : below;
+            store(finished(shared + (Filter::weighted ? lead : row), next), to + (y + 1) * step);
+        }
+        if (y < count) {
+            const Columns below = along3<Filter>(source[y + 2] + x, next);
+            store(finished(lead + (row + below), centre), to + y * step);
         }
     });
 }
