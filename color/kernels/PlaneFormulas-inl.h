@@ -166,116 +166,132 @@ struct InRange
     }
 };
 
+#if !ORMALUX_PLAIN
+/// v times the weight, modulo 2^16. The compiler must not see the weight: it would replace one multiplication
+/// by up to five shifts and additions, which take longer.
+HWY_INLINE WordVec times(WordVec v, int weight)
+{
+    auto hidden = std::uint16_t(weight);
+    asm("" : "+r"(hidden));
+    return hn::Mul(v, hn::Set(Words(), hidden));
+}
+#endif
+
 /// A weighted sum of the channels as it comes out in doubles, truncated.
 ///
 /// With X a thousand times the sum, an integer, the value is X / 1000 rounded down, but for some hundred
-/// colours with X a multiple of 1000 that rounding in doubles leaves just below it. X = 8 P + E gives X / 8
-/// in 16 bits, and 33555 / 2^22 divides that by 125 exactly; pixels with a multiple of 1000 are done again in
-/// doubles.
+/// colours with X a multiple of 1000 that rounding in doubles leaves just below it. X / 4 fits 16 bits, and
+/// 33555 / 2^23 divides that by 250 exactly. Multiples of 1000 among the values that have such colours are
+/// looked at once more in doubles.
 template <class Weights>
 struct WeightedSum
 {
-    ORMALUX_PLAIN_FORMULA(Weights::exact)
 #if !ORMALUX_PLAIN
-    ByteVec operator()(ByteVec b, ByteVec g, ByteVec r) const
+    ByteVec value; ///< X / 1000
+    ByteVec rest;  ///< 0 where that left nothing over
+
+    HWY_INLINE WeightedSum(ByteVec b, ByteVec g, ByteVec r)
     {
         const Words d;
-        WordVec evenRest, oddRest;
-        const auto even = divide(evenBytes(b), evenBytes(g), evenBytes(r), evenRest);
-        const auto odd = divide(oddBytes(b), oddBytes(g), oddBytes(r), oddRest);
-        const auto result = joinBytes(even, odd);
-        if (hn::AllFalse(d, hn::Min(evenRest, oddRest) == hn::Zero(d))) [[likely]]
-            return result;
-        return corrected(b, g, r, result);
+        const auto evenQuarter = Weights::quarter(evenBytes(b), evenBytes(g), evenBytes(r));
+        const auto oddQuarter = Weights::quarter(oddBytes(b), oddBytes(g), oddBytes(r));
+        const auto divisor = hn::Set(d, 33555);
+        const auto even = hn::ShiftRight<7>(hn::MulHigh(evenQuarter, divisor));
+        const auto odd = hn::ShiftRight<7>(hn::MulHigh(oddQuarter, divisor));
+        value = joinBytes(even, odd);
+        const auto quarterRest =
+            joinBytes(hn::Sub(evenQuarter, times(even, 250)), hn::Sub(oddQuarter, times(odd, 250)));
+        rest = hn::Or(quarterRest, hn::And(Weights::lowBits(b, g, r), hn::Set(Bytes(), 3)));
     }
 
-private:
-    /// X / 1000; rest is 0 where that left no remainder and rounding might have made it one less.
-    static WordVec divide(WordVec b, WordVec g, WordVec r, WordVec& rest)
+    /// The pixels whose value may be one too large.
+    HWY_INLINE hn::Mask<Bytes> doubtful() const
     {
-        const Words d;
-        const auto times = [](WordVec v, int weight)
-                               HWY_ATTR { return hn::Mul(v, hn::Set(Words(), std::uint16_t(weight))); };
-        const auto p = hn::Add(hn::Add(times(b, Weights::blue), times(g, Weights::green)),
-                               hn::Add(times(r, Weights::red), hn::Set(d, Weights::offset)));
-        const auto e = Weights::eighths(b, g, r);
-        const auto quotient =
-            hn::ShiftRight<6>(hn::MulHigh(hn::Add(p, hn::ShiftRight<3>(e)), hn::Set(d, 33555)));
-        const auto remainder = hn::Sub(hn::Add(hn::ShiftLeft<3>(p), e), times(quotient, 1000));
-        // Gray pixels all leave no remainder, and need no correction.
-        rest = hn::Or(remainder, hn::VecFromMask(d, quotient == hn::Set(d, Weights::alwaysExact)));
-        return quotient;
-    }
-
-    static HWY_NOINLINE ByteVec corrected(ByteVec b, ByteVec g, ByteVec r, ByteVec result)
-    {
-        const Bytes d;
-        const Words dw;
-        HWY_ALIGN std::uint8_t blue[HWY_MAX_BYTES], green[HWY_MAX_BYTES], red[HWY_MAX_BYTES],
-            value[HWY_MAX_BYTES];
-        WordVec evenRest, oddRest;
-        divide(evenBytes(b), evenBytes(g), evenBytes(r), evenRest);
-        divide(oddBytes(b), oddBytes(g), oddBytes(r), oddRest);
-        const auto zero = hn::Zero(dw);
-        const auto exact = joinBytes(hn::And(hn::VecFromMask(dw, evenRest == zero), hn::Set(dw, 255)),
-                                     hn::VecFromMask(dw, oddRest == zero));
-        HWY_ALIGN std::uint8_t bits[HWY_MAX_BYTES / 8 + 8] = {};
-        hn::StoreMaskBits(d, exact == hn::Set(d, 255), bits);
-        hn::Store(b, d, blue);
-        hn::Store(g, d, green);
-        hn::Store(r, d, red);
-        hn::Store(result, d, value);
-        std::uint64_t places;
-        std::memcpy(&places, bits, sizeof places);
-        for (; places != 0; places &= places - 1) {
-            const int i = std::countr_zero(places);
-            value[i] = Weights::exact(blue[i], green[i], red[i]);
-        }
-        return hn::Load(d, value);
+        return hn::Or(rest, Weights::neverShort(value)) == hn::Zero(Bytes());
     }
 #endif
 };
 
+#if !ORMALUX_PLAIN
+/// A fourth of a difference, rounded down.
+HWY_INLINE WordVec fourth(WordVec difference)
+{
+    const hn::RebindToSigned<Words> d;
+    return hn::BitCast(Words(), hn::ShiftRight<2>(hn::BitCast(d, difference)));
+}
+#endif
+
+// Weights: quarter is X / 4 rounded down, lowBits is X in its two lowest bits, neverShort is not 0 where no
+// colour of the value falls short in doubles.
+
+/// X = 257 R + 504 G + 98 B + 16000.
 struct LumaWeights
 {
     static std::uint8_t exact(int b, int g, int r) { return formula::luma(b, g, r); }
-    static constexpr int blue = 12, green = 63, red = 32;
-    static constexpr std::uint16_t offset = 2000, alwaysExact = 16;
 #if !ORMALUX_PLAIN
-    static WordVec eighths(WordVec b, WordVec, WordVec r)
+    static HWY_INLINE WordVec quarter(WordVec b, WordVec g, WordVec r)
+    {
+        const auto sum =
+            hn::Add(hn::Add(times(r, 64), times(g, 126)), hn::Add(times(b, 24), hn::Set(Words(), 4000)));
+        return hn::Add(sum, hn::ShiftRight<2>(hn::Add(r, hn::Add(b, b))));
+    }
+    static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec, ByteVec r)
     {
         return hn::Add(r, hn::Add(b, b));
     }
-#endif
-};
-struct BlueDifferenceWeights
-{
-    static std::uint8_t exact(int b, int g, int r) { return formula::blueDifference(b, g, r); }
-    static constexpr int blue = 54, green = -37, red = -19;
-    static constexpr std::uint16_t offset = 16000, alwaysExact = 128;
-#if !ORMALUX_PLAIN
-    static WordVec eighths(WordVec b, WordVec g, WordVec r)
+    // Black lies below.
+    static HWY_INLINE ByteVec neverShort(ByteVec v)
     {
-        return hn::Add(hn::Add(hn::Sub(hn::ShiftLeft<3>(b), b), g), hn::ShiftLeft<2>(hn::Add(g, r)));
-    }
-#endif
-};
-struct RedDifferenceWeights
-{
-    static std::uint8_t exact(int b, int g, int r) { return formula::redDifference(b, g, r); }
-    static constexpr int blue = -9, green = -46, red = 54;
-    static constexpr std::uint16_t offset = 16000, alwaysExact = 128;
-#if !ORMALUX_PLAIN
-    static WordVec eighths(WordVec b, WordVec, WordVec r)
-    {
-        return hn::Add(hn::Sub(hn::ShiftLeft<3>(r), r), b);
+        return hn::SaturatedSub(hn::Set(Bytes(), 50), v);
     }
 #endif
 };
 
-using Luma = WeightedSum<LumaWeights>;
-using BlueDifference = WeightedSum<BlueDifferenceWeights>;
-using RedDifference = WeightedSum<RedDifferenceWeights>;
+/// X = 439 B - 291 G - 148 R + 128000.
+struct BlueDifferenceWeights
+{
+    static std::uint8_t exact(int b, int g, int r) { return formula::blueDifference(b, g, r); }
+#if !ORMALUX_PLAIN
+    static HWY_INLINE WordVec quarter(WordVec b, WordVec g, WordVec r)
+    {
+        const auto green = hn::Sub(g, b), red = hn::Sub(r, b);
+        return hn::Add(hn::Add(times(green, -73), times(red, -37)),
+                       hn::Add(fourth(green), hn::Set(Words(), 32000)));
+    }
+    static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec g, ByteVec)
+    {
+        return hn::Sub(g, b);
+    }
+    // The grays lie above.
+    static HWY_INLINE ByteVec neverShort(ByteVec v)
+    {
+        return hn::SaturatedSub(v, hn::Set(Bytes(), 124));
+    }
+#endif
+};
+
+/// X = 439 R - 368 G - 71 B + 128000.
+struct RedDifferenceWeights
+{
+    static std::uint8_t exact(int b, int g, int r) { return formula::redDifference(b, g, r); }
+#if !ORMALUX_PLAIN
+    static HWY_INLINE WordVec quarter(WordVec b, WordVec g, WordVec r)
+    {
+        const auto green = hn::Sub(g, b), blue = hn::Sub(b, r);
+        return hn::Add(hn::Add(times(green, -92), times(blue, -110)),
+                       hn::Add(fourth(blue), hn::Set(Words(), 32000)));
+    }
+    static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec, ByteVec r)
+    {
+        return hn::Sub(b, r);
+    }
+    // The grays lie above.
+    static HWY_INLINE ByteVec neverShort(ByteVec v)
+    {
+        return hn::SaturatedSub(v, hn::Set(Bytes(), 127));
+    }
+#endif
+};
 
 #undef ORMALUX_PLAIN_FORMULA
 #undef ORMALUX_VECTOR_FORMULA

@@ -1,0 +1,72 @@
+// Blue, green, red bytes into a vector a channel. Read once for every instruction set, after Highway.
+
+#if defined(ORMALUX_LOAD_COLORS_INL) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORMALUX_LOAD_COLORS_INL
+#undef ORMALUX_LOAD_COLORS_INL
+#else
+#define ORMALUX_LOAD_COLORS_INL
+#endif
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+HWY_BEFORE_NAMESPACE();
+namespace ormalux::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+#if !ORMALUX_PLAIN
+namespace {
+
+/// Sixteen pixels fill three blocks of sixteen bytes. For every channel and block: which of the block's bytes
+/// goes to which pixel, 128 where none does. Repeated for the widest vector.
+constexpr auto channelPlaces = [] {
+    std::array<std::array<std::array<std::uint8_t, 64>, 3>, 3> places{};
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        for (std::size_t block = 0; block < 3; ++block)
+            for (std::size_t i = 0; i < 64; ++i) {
+                const std::size_t byte = 3 * (i % 16) + channel;
+                places[channel][block][i] = byte / 16 == block ? std::uint8_t(byte % 16) : std::uint8_t(128);
+            }
+    return places;
+}();
+
+/// Blocks of sixteen bytes, 48 bytes apart.
+template <class D>
+HWY_INLINE hn::Vec<D> loadEveryThirdBlock(D d, const std::uint8_t* bytes)
+{
+    if constexpr (hn::MaxLanes(D()) <= 16) {
+        return hn::LoadU(d, bytes);
+    } else {
+        const hn::Half<D> half;
+        return hn::Combine(d, loadEveryThirdBlock(half, bytes + 3 * hn::MaxLanes(half)),
+                           loadEveryThirdBlock(half, bytes));
+    }
+}
+
+/// As LoadInterleaved3, whose tables the compiler would build anew for every vector: these come from memory.
+template <class D>
+HWY_INLINE void loadColors(D d, const std::uint8_t* bgr, hn::Vec<D>& b, hn::Vec<D>& g, hn::Vec<D>& r)
+{
+    const auto first = loadEveryThirdBlock(d, bgr);
+    const auto second = loadEveryThirdBlock(d, bgr + 16);
+    const auto third = loadEveryThirdBlock(d, bgr + 32);
+    const auto channel = [&](std::size_t c) HWY_ATTR {
+        const auto& places = channelPlaces[c];
+        const auto part = [&](auto block, std::size_t n) HWY_ATTR {
+            return hn::TableLookupBytesOr0(block, hn::LoadU(d, places[n].data()));
+        };
+        return hn::Or(hn::Or(part(first, 0), part(second, 1)), part(third, 2));
+    };
+    b = channel(0);
+    g = channel(1);
+    r = channel(2);
+}
+
+} // namespace
+#endif
+
+} // namespace ormalux::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif
