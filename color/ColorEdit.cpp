@@ -6,7 +6,6 @@
 #include <array>
 #include <climits>
 #include <cmath>
-#include <cstring>
 
 namespace ormalux {
 
@@ -108,33 +107,6 @@ void paintChannel(const ColorView& image, const PixelBox& box, int channel, std:
         for (std::int64_t i = 3 * first + channel; i < endByte; i += 3)
             image.pixels[i] = value;
     });
-}
-
-void shiftBytes(const std::uint8_t* from, std::uint8_t* to, std::int64_t length, std::int64_t shift)
-{
-    const std::int64_t kept = std::max<std::int64_t>(length - std::abs(shift), 0);
-    const std::int64_t cleared = length - kept;
-    if (shift >= 0) {
-        if (kept > 0)
-            std::memcpy(to, from + shift, std::size_t(kept));
-        std::memset(to + kept, 0, std::size_t(cleared));
-    } else {
-        std::memset(to, 0, std::size_t(cleared));
-        if (kept > 0)
-            std::memcpy(to + cleared, from, std::size_t(kept));
-    }
-}
-
-void addWrapping(std::uint8_t* bytes, const std::uint8_t* added, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        bytes[i] = std::uint8_t(bytes[i] + added[i]);
-}
-
-void subtractToZero(std::uint8_t* bytes, const std::uint8_t* taken, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        bytes[i] = std::uint8_t(bytes[i] > taken[i] ? bytes[i] - taken[i] : 0);
 }
 
 void repeatGain(const ColorView& image, int channel, float gain)

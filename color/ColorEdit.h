@@ -26,12 +26,6 @@ void paintBox(const ColorView& image, const PixelBox& box, std::uint32_t color);
 /// The same for one byte of each pixel: 0 blue, 1 green, 2 red.
 void paintChannel(const ColorView& image, const PixelBox& box, int channel, std::uint8_t value);
 
-/// from[i + shift] becomes to[i] wherever both lie inside the length, all other bytes of to become 0.
-void shiftBytes(const std::uint8_t* from, std::uint8_t* to, std::int64_t length, std::int64_t shift);
-
-void addWrapping(std::uint8_t* bytes, const std::uint8_t* added, std::size_t count);
-void subtractToZero(std::uint8_t* bytes, const std::uint8_t* taken, std::size_t count);
-
 /// Multiplies the channel byte of the first pixel of every row width times by gain.
 void repeatGain(const ColorView& image, int channel, float gain);
 

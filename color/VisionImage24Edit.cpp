@@ -2,10 +2,12 @@
 
 #include "color/ColorEdit.h"
 #include "image/ImagePainter.h"
+#include "image/Marking.h"
+#include "image/PixelBuffer.h"
+#include "image/kernels/EditKernels.h"
 #include "image/kernels/PointKernels.h"
 
 #include <algorithm>
-#include <new>
 
 void CKestImage24::Marking(int x1, int y1, int x2, int y2, int red, int green, int blue)
 {
@@ -17,14 +19,16 @@ void CKestImage24::Offset(int dx, int dy)
     const ormalux::ColorView image = view();
     if (image.empty())
         return;
-    unsigned char* moved = new (std::nothrow) unsigned char[std::size_t(image.length)];
-    if (!moved)
-        return;
+    // No more pixels than the buffer has bytes, lest their bytes overflow.
     const std::int64_t pixels = std::int64_t(image.width) * dy + dx;
-    // No more than the buffer holds, lest three times the pixels overflow.
-    const std::int64_t limit = image.length;
-    ormalux::shiftBytes(image.pixels, moved, image.length, 3 * std::clamp(pixels, -limit, limit));
-    adopt(moved, m_width, m_height, m_length);
+    const std::int64_t shift = 3 * std::clamp(pixels, -image.length, image.length);
+    const std::span<std::uint8_t> bytes(image.pixels, std::size_t(image.length));
+    if (!m_linked)
+        return ormalux::shiftBytes(bytes, shift);
+    if (unsigned char* shifted = ormalux::newPixels(bytes.size())) {
+        ormalux::shiftBytes(bytes, shift, shifted);
+        adopt(shifted, m_width, m_height, m_length);
+    }
 }
 
 CKestImage24& CKestImage24::operator+(const CKestImage24& other)
@@ -32,7 +36,7 @@ CKestImage24& CKestImage24::operator+(const CKestImage24& other)
     const ormalux::ColorView image = view();
     const ormalux::ConstColorView added = other.view();
     if (!image.empty() && !added.empty() && image.width == added.width && image.height == added.height)
-        ormalux::addWrapping(image.pixels, added.pixels, std::size_t(image.colorBytes()));
+        ormalux::kernels::addBytes(image.pixels, added.pixels, std::size_t(image.colorBytes()));
     return *this;
 }
 
@@ -41,7 +45,7 @@ CKestImage24& CKestImage24::operator-(const CKestImage24& other)
     const ormalux::ColorView image = view();
     const ormalux::ConstColorView taken = other.view();
     if (!image.empty() && !taken.empty() && image.width == taken.width && image.height == taken.height)
-        ormalux::subtractToZero(image.pixels, taken.pixels, std::size_t(image.colorBytes()));
+        ormalux::kernels::subtractBytes(image.pixels, taken.pixels, std::size_t(image.colorBytes()));
     return *this;
 }
 
@@ -55,7 +59,7 @@ void CKestImage24::Invert()
 void CKestImage24::PaintImage(HDC dc, CRect rect)
 {
     const ormalux::ColorPainter paint = ormalux::colorPainter();
-    if (paint && valid())
+    if (valid() && dc && paint)
         paint(dc, rect, m_pixels, m_width, m_height);
 }
 

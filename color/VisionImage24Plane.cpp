@@ -1,6 +1,7 @@
 #include "color/VisionImage24.h"
 
 #include "color/ColorPlane.h"
+#include "image/ImagePart.h"
 
 #include <memory>
 #include <new>
@@ -9,21 +10,14 @@ namespace {
 
 using ormalux::Plane;
 
-std::span<std::uint8_t> bytesOf(CKestImage& image)
-{
-    const ormalux::GrayView view = image.view();
-    return {view.pixels, view.empty() ? 0 : std::size_t(view.width) * std::size_t(view.height)};
-}
-
 CKestImage* newPlane(const CKestImage24& image, Plane plane)
 {
     std::unique_ptr<CKestImage> gray(new (std::nothrow) CKestImage());
     if (!gray)
         return nullptr;
-    gray->SetImagePtr(image.GetWidth(), image.GetHeight());
-    if (!image.view().empty() && gray->IsEmpty())
+    if (!gray->SetSizeForOverwrite(image.GetWidth(), image.GetHeight()) && !image.view().empty())
         return nullptr;
-    ormalux::extractPlane(image.view(), plane, bytesOf(*gray));
+    ormalux::extractPlane(image.view(), plane, ormalux::pixelsOf(gray->view()));
     return gray.release();
 }
 
@@ -117,6 +111,6 @@ int CKestImage24::GetImageWithFilter(char filter, CKestImage& target) const
         return 0;
     Plane plane;
     if (ormalux::planeOfLetter(filter, plane))
-        ormalux::extractPlane(view(), plane, bytesOf(target));
+        ormalux::extractPlane(view(), plane, ormalux::pixelsOf(target.view()));
     return 1;
 }

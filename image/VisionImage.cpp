@@ -66,18 +66,22 @@ void CKestImage::resize(int width, int height)
     m_length = ormalux::pixelCount(width, height);
 }
 
-void CKestImage::SetImagePtr(int width, int height)
+bool CKestImage::SetSizeForOverwrite(int width, int height)
 {
     const bool empty = (width == 0 && height == 0) || !canHold(width, height);
     if (!empty && reusable(width, height)) {
-        std::memset(m_pixels, 0, std::size_t(m_length));
-        return resize(width, height);
+        resize(width, height);
+        return true;
     }
     release();
-    unsigned char* pixels = empty ? nullptr : newPixels(std::size_t(width) * height);
-    if (pixels)
-        std::memset(pixels, 0, std::size_t(width) * height);
-    adopt(pixels, width, height);
+    adopt(empty ? nullptr : newPixels(std::size_t(width) * height), width, height);
+    return m_pixels != nullptr;
+}
+
+void CKestImage::SetImagePtr(int width, int height)
+{
+    if (SetSizeForOverwrite(width, height))
+        std::memset(m_pixels, 0, std::size_t(m_length));
 }
 
 void CKestImage::SetImagePtr(int width, int height, unsigned char* pixels)

@@ -340,7 +340,12 @@ public:
     int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
                  CMatchResultArray& results) const;
 
-    // For the library's own modules: the pixels in place; empty views for an image without pixels.
+    // For the library's own modules
+
+    /// A size whose pixels hold anything until they are written; without pixels, and false, where SetImagePtr gives
+    /// none.
+    bool SetSizeForOverwrite(int width, int height);
+    /// The pixels in place; empty views for an image without pixels.
     ormalux::GrayView view()
     {
         return valid() ? ormalux::GrayView{m_pixels, m_width, m_height, m_width} : ormalux::GrayView{};

@@ -180,9 +180,9 @@ HWY_INLINE WordVec times(WordVec v, int weight)
 /// A weighted sum of the channels as it comes out in doubles, truncated.
 ///
 /// With X a thousand times the sum, an integer, the value is X / 1000 rounded down, but for some hundred
-/// colours with X a multiple of 1000 that rounding in doubles leaves just below it. X / 4 fits 16 bits, and
-/// 33555 / 2^23 divides that by 250 exactly. Multiples of 1000 among the values that have such colours are
-/// looked at once more in doubles.
+/// colours with X a multiple of 1000 that rounding in doubles leaves just below it. No X is below
+/// 16000, X / 4 - 4000 fits 16 bits, and 33555 / 2^23 divides that by 250 exactly. Multiples of 1000 among
+/// the values that have such colours are looked at once more in doubles.
 template <class Weights>
 struct WeightedSum
 {
@@ -198,7 +198,7 @@ struct WeightedSum
         const auto divisor = hn::Set(d, 33555);
         const auto even = hn::ShiftRight<7>(hn::MulHigh(evenQuarter, divisor));
         const auto odd = hn::ShiftRight<7>(hn::MulHigh(oddQuarter, divisor));
-        value = joinBytes(even, odd);
+        value = hn::Add(joinBytes(even, odd), hn::Set(Bytes(), 16));
         const auto quarterRest =
             joinBytes(hn::Sub(evenQuarter, times(even, 250)), hn::Sub(oddQuarter, times(odd, 250)));
         rest = hn::Or(quarterRest, hn::And(Weights::lowBits(b, g, r), hn::Set(Bytes(), 3)));
@@ -221,8 +221,8 @@ HWY_INLINE WordVec fourth(WordVec difference)
 }
 #endif
 
-// Weights: quarter is X / 4 rounded down, lowBits is X in its two lowest bits, neverShort is not 0 where no
-// colour of the value falls short in doubles.
+// Weights: quarter is X / 4 - 4000 rounded down, lowBits is X in its two lowest bits, neverShort is not 0
+// where no colour of the value falls short in doubles.
 
 /// X = 257 R + 504 G + 98 B + 16000.
 struct LumaWeights
@@ -231,8 +231,7 @@ struct LumaWeights
 #if !ORMALUX_PLAIN
     static HWY_INLINE WordVec quarter(WordVec b, WordVec g, WordVec r)
     {
-        const auto sum =
-            hn::Add(hn::Add(times(r, 64), times(g, 126)), hn::Add(times(b, 24), hn::Set(Words(), 4000)));
+        const auto sum = hn::Add(hn::Add(times(r, 64), times(g, 126)), times(b, 24));
         return hn::Add(sum, hn::ShiftRight<2>(hn::Add(r, hn::Add(b, b))));
     }
     static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec, ByteVec r)
@@ -256,7 +255,7 @@ struct BlueDifferenceWeights
     {
         const auto green = hn::Sub(g, b), red = hn::Sub(r, b);
         return hn::Add(hn::Add(times(green, -73), times(red, -37)),
-                       hn::Add(fourth(green), hn::Set(Words(), 32000)));
+                       hn::Add(fourth(green), hn::Set(Words(), 28000)));
     }
     static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec g, ByteVec)
     {
@@ -279,7 +278,7 @@ struct RedDifferenceWeights
     {
         const auto green = hn::Sub(g, b), blue = hn::Sub(b, r);
         return hn::Add(hn::Add(times(green, -92), times(blue, -110)),
-                       hn::Add(fourth(blue), hn::Set(Words(), 32000)));
+                       hn::Add(fourth(blue), hn::Set(Words(), 28000)));
     }
     static HWY_INLINE ByteVec lowBits(ByteVec b, ByteVec, ByteVec r)
     {
