@@ -8,8 +8,6 @@
 
 namespace ormalux {
 
-using kernels::columnsAtOnce;
-
 EdgeTable::EdgeTable(const ConstGrayView& view, const LineGaugeTask& task) : m_view(view), m_task(task)
 {
     const std::int64_t border = (task.scanColumns ? view.width : view.height) - 1;
@@ -25,11 +23,8 @@ void EdgeTable::measureAll()
     if (m_task.scanColumns) {
         const std::int64_t rows =
             std::min<std::int64_t>(std::int64_t(area.bottom) - area.top + 1, m_view.height);
-        const std::int64_t blocks = (count + columnsAtOnce - 1) / columnsAtOnce;
-        runBands(Job::LineGaugeFirst, blocks, JobCost{blocks * (rows * 4 + 500)}, [&](const Band& band) {
-            measureColumns(m_first + band.first * columnsAtOnce,
-                           std::min(m_first + band.end * columnsAtOnce, m_last + 1));
-        });
+        runBands(Job::LineGaugeFirst, count, JobCost{count * (rows / 16 + 10)},
+                 [&](const Band& band) { measureColumns(m_first + band.first, m_first + band.end); });
         return;
     }
     const std::int64_t columns =
@@ -63,31 +58,29 @@ EdgeTable::Place EdgeTable::measure(std::int64_t line) const
 void EdgeTable::measureColumns(std::int64_t first, std::int64_t end)
 {
     const GaugeLine scan = gaugeLine(m_view, 0, m_task.area.top, 0, m_task.area.bottom);
-    // A block reads one column more than it measures, and a line one row high is tilted out of its row.
-    const std::int64_t blocksEnd = std::min<std::int64_t>(end, m_view.width - 1);
+    const auto rule = edgeRule(m_task.polarity, m_task.threshold);
     std::int64_t line = first;
-    if (blocksEnd >= columnsAtOnce && scan.to.y < m_view.height &&
-        edgeRule(m_task.polarity, m_task.threshold))
-        for (; line < blocksEnd; line = std::min(line + columnsAtOnce, blocksEnd))
-            measureBlock(scan, line, blocksEnd);
+    // The last column is tilted out of the picture, and so is a line that is one row high in the last row.
+    const std::int64_t together = std::min<std::int64_t>(end, m_view.width - 1);
+    if (rule && scan.to.y < m_view.height)
+        for (; line < together; line = std::min(line + kernels::maxColumns, together))
+            measureTogether(scan, *rule, line, std::min(line + kernels::maxColumns, together));
     for (; line < end; ++line)
         m_places[std::size_t(line - m_first)] = measure(line);
 }
 
-/// Measures the columns from first on, as many as a block has, up to end; the last block starts earlier than
-/// asked and leaves out what is not its own.
-void EdgeTable::measureBlock(const GaugeLine& scan, std::int64_t first, std::int64_t end)
+void EdgeTable::measureTogether(const GaugeLine& scan, kernels::StepRule rule, std::int64_t first,
+                                std::int64_t end)
 {
-    const std::int64_t start = std::min(first, end - columnsAtOnce);
     const int rowCount = scan.to.y - scan.from.y + 1;
     const int shiftRow = (rowCount - 1) / 2 + 1;
-    std::uint8_t contrasts[columnsAtOnce];
-    std::int32_t rows[columnsAtOnce];
-    kernels::strongestStepsInColumns(m_view.row(scan.from.y) + start, m_view.stride, rowCount, shiftRow,
-                                     *edgeRule(m_task.polarity, m_task.threshold), contrasts, rows);
-    for (std::int64_t i = first - start; i < columnsAtOnce; ++i) {
-        Place& place = m_places[std::size_t(start + i - m_first)];
-        place = contrasts[i] ? Place{LONG(start + i + (rows[i] >= shiftRow)), scan.from.y + rows[i]}
+    std::uint8_t contrasts[kernels::maxColumns];
+    std::int32_t rows[kernels::maxColumns];
+    kernels::strongestStepsInColumns(m_view.row(scan.from.y) + first, m_view.stride, int(end - first),
+                                     rowCount, shiftRow, rule, contrasts, rows);
+    for (std::int64_t i = 0; i < end - first; ++i) {
+        Place& place = m_places[std::size_t(first + i - m_first)];
+        place = contrasts[i] ? Place{LONG(first + i + (rows[i] >= shiftRow)), scan.from.y + rows[i]}
                              : Place{none, 0};
     }
 }

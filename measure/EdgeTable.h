@@ -37,7 +37,8 @@ private:
 
     Place measure(std::int64_t line) const;
     void measureColumns(std::int64_t first, std::int64_t end);
-    void measureBlock(const GaugeLine& scan, std::int64_t first, std::int64_t end);
+    /// Neighbouring columns, row by row.
+    void measureTogether(const GaugeLine& scan, kernels::StepRule rule, std::int64_t first, std::int64_t end);
 
     ConstGrayView m_view;
     LineGaugeTask m_task;

@@ -22,7 +22,7 @@ struct DirectionSum
 
     void add(double direction, std::int64_t n)
     {
-        sum = addRepeatedly(sum, direction, n);
+        sum = n == 1 ? sum + direction : addRepeatedly(sum, direction, n);
         count += n;
     }
 };

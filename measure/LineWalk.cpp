@@ -44,7 +44,7 @@ LineWalk::LineWalk(POINT from, POINT to)
 
 std::int64_t LineWalk::sidewaysAt(std::int64_t step) const
 {
-    if (m_length == 0)
+    if (step == 0 || m_length == 0)
         return 0;
     // Both factors are below 2^32: the product needs all 64 bits.
     const std::uint64_t way = std::uint64_t(m_rise) * std::uint64_t(step);
@@ -55,6 +55,15 @@ std::int64_t LineWalk::sidewaysAt(std::int64_t step) const
 std::int64_t LineWalk::stepOfSideways(std::int64_t sideways) const
 {
     return (2 * sideways - 1) * m_length / (2 * m_rise) + 1;
+}
+
+LineWalk::Slope LineWalk::slope() const
+{
+    // The way in pixels is (2 rise step + length - 1) / (2 length), a multiple of 1 / (2 length). Both terms
+    // are rounded up by at most one unit, so less than that is added up to the last step.
+    const std::uint64_t length = std::uint64_t(m_length);
+    return {((length - 1) << Slope::shift) / (2 * length) + 1,
+            (std::uint64_t(m_rise) << Slope::shift) / length + 1};
 }
 
 LineWalk::State LineWalk::stateAt(std::int64_t step) const

@@ -27,8 +27,8 @@ public:
     std::int64_t count() const { return m_length + 1; }
     /// Whether the walk goes along y.
     bool steep() const { return m_steep; }
-    /// Whether the shorter coordinate changes so rarely that copying runs pays.
-    bool runsAreLong() const { return m_rise < m_length / 16; }
+    /// Whether the shorter coordinate changes so rarely that its runs are worth being looked at one by one.
+    bool runsAreLong() const { return m_rise < m_length / 128; }
     /// The extent of the shorter axis.
     std::int64_t rise() const { return m_rise; }
     /// The steps whose pixels lie in the rectangle, its corners included.
@@ -42,18 +42,22 @@ public:
     /// two extents have a product below 2^61.
     std::int64_t stepOfSideways(std::int64_t sideways) const;
 
-    /// The state of the walk: e decides about the next step.
-    struct State
+    /// Where the walk starts, and the direction of the shorter coordinate.
+    std::int64_t along() const { return m_along; }
+    std::int64_t across() const { return m_across; }
+    std::int64_t sign() const { return m_sign; }
+
+    /// sidewaysAt(step) as start + step * increment in fixed point, rounded down: exact for lines shorter
+    /// than limit, whose error stays below the distance of a rounding bound.
+    struct Slope
     {
-        std::int64_t along;
-        std::int64_t across;
-        std::int64_t e;
+        static constexpr int shift = 42;
+        static constexpr std::int64_t limit = std::int64_t(1) << 20;
+        std::uint64_t start;
+        std::uint64_t increment;
     };
-    State stateAt(std::int64_t step) const;
-    std::int64_t acrossSign() const { return m_sign; }
-    /// Added to e by a step that keeps, or moves, the shorter coordinate.
-    std::int64_t keepIncrement() const { return 2 * m_rise; }
-    std::int64_t moveIncrement() const { return 2 * (m_rise - m_length); }
+    bool hasSlope() const { return m_length > 0 && m_length < Slope::limit; }
+    Slope slope() const;
 
     /// Visits the pixels of the steps while visit(x, y) returns true.
     template <class Visit>
@@ -67,7 +71,7 @@ public:
                 return;
             ++state.along;
             state.across += state.e > 0 ? m_sign : 0;
-            state.e += state.e > 0 ? moveIncrement() : keepIncrement();
+            state.e += 2 * (state.e > 0 ? m_rise - m_length : m_rise);
         }
     }
     template <class Visit>
@@ -80,6 +84,14 @@ public:
     }
 
 private:
+    struct State
+    {
+        std::int64_t along;
+        std::int64_t across;
+        std::int64_t e; // decides about the next step
+    };
+    State stateAt(std::int64_t step) const;
+
     bool m_steep;
     std::int64_t m_along;
     std::int64_t m_across;

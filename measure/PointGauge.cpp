@@ -7,16 +7,15 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 namespace ormalux {
 
 namespace {
 
 /// Samples that are read and searched at once, on the stack.
-constexpr std::size_t profilePiece = 4096;
+constexpr int profilePiece = 4096;
 
-/// Reads the gray levels of a walk's steps one piece after the other.
+/// Copies the gray levels of a walk's steps one piece after the other.
 class ProfileReader
 {
 public:
@@ -28,47 +27,43 @@ public:
     std::size_t read(std::uint8_t* samples, std::size_t room)
     {
         const std::int64_t end = std::min(m_end, m_step + std::int64_t(room));
-        const std::size_t count = std::size_t(std::max<std::int64_t>(end - m_step, 0));
-        if (count == 0)
+        if (end <= m_step)
             return 0;
-        if (!m_walk.steep() && m_walk.runsAreLong())
-            readRuns(samples, end);
+        const std::size_t count = std::size_t(end - m_step);
+        if (m_walk.hasSlope())
+            readAlongSlope(samples, end);
         else
-            readPixels(samples, count);
+            m_walk.visit({m_step, end},
+                         [&](std::int64_t x, std::int64_t y) { *samples++ = m_view.row(int(y))[x]; });
         m_step = end;
         return count;
     }
 
 private:
-    void readRuns(std::uint8_t* samples, std::int64_t end)
+    /// No sample waits for the one before it, as the walk's own decisions would make it.
+    void readAlongSlope(std::uint8_t* samples, std::int64_t end)
     {
-        std::int64_t step = m_step, sideways = m_walk.sidewaysAt(step);
-        while (step < end) {
-            ++sideways;
-            const std::int64_t runEnd =
-                sideways > m_walk.rise() ? end : std::min(end, m_walk.stepOfSideways(sideways));
-            const POINT start = m_walk.at(step);
-            std::memcpy(samples, m_view.row(start.y) + start.x, std::size_t(runEnd - step));
-            samples += runEnd - step;
-            step = runEnd;
-        }
-    }
-
-    void readPixels(std::uint8_t* samples, std::size_t count)
-    {
-        const LineWalk::State state = m_walk.stateAt(m_step);
-        const std::ptrdiff_t across = m_walk.acrossSign() * (m_walk.steep() ? 1 : m_view.stride);
+        const LineWalk::Slope slope = m_walk.slope();
         const std::ptrdiff_t along = m_walk.steep() ? m_view.stride : 1;
-        const POINT start = m_walk.at(m_step);
-        std::ptrdiff_t offset = start.y * m_view.stride + start.x;
-        std::int64_t e = state.e;
-        for (std::size_t i = 0; i < count; ++i) {
-            samples[i] = m_view.pixels[offset];
-            // Without a branch: which way the line turns is as good as random.
-            const std::int64_t moves = -std::int64_t(e > 0);
-            offset += along + (across & moves);
-            e += m_walk.keepIncrement() + ((m_walk.moveIncrement() - m_walk.keepIncrement()) & moves);
+        const std::ptrdiff_t acrossUnit = m_walk.steep() ? 1 : m_view.stride;
+        const std::ptrdiff_t across = m_walk.sign() * acrossUnit;
+        const std::uint8_t* pixel =
+            m_view.pixels + m_walk.across() * acrossUnit + (m_walk.along() + m_step) * along;
+        std::uint64_t sideways = slope.start + std::uint64_t(m_step) * slope.increment;
+        const auto take = [&] {
+            *samples++ = pixel[std::ptrdiff_t(sideways >> LineWalk::Slope::shift) * across];
+            pixel += along;
+            sideways += slope.increment;
+        };
+        std::int64_t left = end - m_step;
+        for (; left >= 4; left -= 4) {
+            take();
+            take();
+            take();
+            take();
         }
+        for (; left > 0; --left)
+            take();
     }
 
     const LineWalk& m_walk;
@@ -84,12 +79,34 @@ Steps stepsInside(const LineWalk& walk, const ConstGrayView& view, const GaugeLi
     return walk.inside(0, 0, view.width - 1, view.height - 1);
 }
 
+/// The pieces of a flat line with long runs: the runs where they are, and the two samples about each turn.
+template <class Body>
+void forEachRun(const ConstGrayView& view, const LineWalk& walk, Steps steps, Body body)
+{
+    std::uint8_t turn[2];
+    std::int64_t sideways = walk.sidewaysAt(steps.first);
+    for (std::int64_t step = steps.first; step < steps.end; ++sideways) {
+        const bool last = sideways >= walk.rise();
+        const std::int64_t end = last ? steps.end : std::min(steps.end, walk.stepOfSideways(sideways + 1));
+        const std::uint8_t* row = view.row(int(walk.across() + walk.sign() * sideways)) + walk.along();
+        turn[1] = row[step];
+        if (step > steps.first)
+            body(turn, 2, step - 1);
+        turn[0] = row[end - 1];
+        for (; step + 1 < end; step += profilePiece)
+            body(row + step, std::size_t(std::min<std::int64_t>(profilePiece + 1, end - step)), step);
+        step = end;
+    }
+}
+
 /// Calls body(samples, count, step of samples[0]) for pieces of the profile that overlap by one sample.
 template <class Body>
 void forEachPiece(const ConstGrayView& view, const LineWalk& walk, const GaugeLine& line, Body body)
 {
+    const Steps steps = stepsInside(walk, view, line);
+    if (!walk.steep() && walk.runsAreLong())
+        return forEachRun(view, walk, steps, body);
     std::uint8_t samples[1 + profilePiece];
-    Steps steps = stepsInside(walk, view, line);
     ProfileReader reader(view, walk, steps);
     std::size_t count = reader.read(samples, profilePiece);
     std::int64_t first = steps.first;
@@ -163,14 +180,15 @@ void appendEdges(const ConstGrayView& view, const GaugeLine& line, int polarity,
 bool strongestEdge(const ConstGrayView& view, const GaugeLine& line, int polarity, int threshold,
                    EdgePoint& edge)
 {
-    const auto rule = edgeRule(polarity, threshold);
-    if (!rule)
+    const auto wanted = edgeRule(polarity, threshold);
+    if (!wanted)
         return false;
+    const kernels::StepRule rule = *wanted;
     const LineWalk walk(line.from, line.to);
     std::int64_t best = -1;
     edge = {};
     forEachPiece(view, walk, line, [&](const std::uint8_t* samples, std::size_t count, std::int64_t first) {
-        const kernels::ProfileStep step = kernels::strongestStep(samples, count, *rule);
+        const kernels::ProfileStep step = kernels::strongestStep(samples, count, rule);
         if (step.contrast == 0 || step.contrast < edge.contrast)
             return;
         best = first + std::int64_t(step.index);

@@ -10,15 +10,20 @@
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
-using kernels::columnsAtOnce;
+using kernels::maxColumns;
 using kernels::ProfileStep;
 using kernels::StepRule;
 
-/// The contrast of the step that a sample completes, 0 for none.
+/// The contrast of the step between two samples, 0 for none.
+inline std::uint8_t contrastOf(std::uint8_t before, std::uint8_t now, StepRule rule)
+{
+    const int from = before ^ rule.flip, to = now ^ rule.flip;
+    return std::uint8_t(to > rule.limit && from <= rule.limit ? to - from : 0);
+}
+
 inline std::uint8_t stepAt(const std::uint8_t* sample, StepRule rule)
 {
-    const int now = sample[0] ^ rule.flip, before = sample[-1] ^ rule.flip;
-    return std::uint8_t(now > rule.limit && before <= rule.limit ? now - before : 0);
+    return contrastOf(sample[-1], sample[0], rule);
 }
 
 inline ProfileStep strongestStepPlainly(const std::uint8_t* samples, std::size_t count, StepRule rule)
@@ -30,6 +35,28 @@ inline ProfileStep strongestStepPlainly(const std::uint8_t* samples, std::size_t
             best = {contrast, i};
     }
     return best;
+}
+
+/// What the profiles side by side have shown so far. Rows count from the start of a block and fit a byte;
+/// none means that the block brought nothing better.
+struct ColumnSteps
+{
+    static constexpr std::uint8_t none = 255;
+
+    std::uint8_t* contrasts;
+    std::uint8_t* rows;
+};
+
+inline void addRowPlainly(const std::uint8_t* before, const std::uint8_t* now, int first, int end,
+                          StepRule rule, std::uint8_t row, ColumnSteps best)
+{
+    for (int column = first; column < end; ++column) {
+        const std::uint8_t contrast = contrastOf(before[column], now[column], rule);
+        if (contrast && contrast >= best.contrasts[column]) {
+            best.contrasts[column] = contrast;
+            best.rows[column] = row;
+        }
+    }
 }
 
 #if ORMALUX_PLAIN
@@ -49,23 +76,10 @@ void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, st
     }
 }
 
-void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int rowCount, int shiftRow,
-                             StepRule rule, std::uint8_t* contrasts, std::int32_t* rows)
+inline void addRow(const std::uint8_t* before, const std::uint8_t* now, int count, StepRule rule,
+                   std::uint8_t row, ColumnSteps best)
 {
-    std::fill(contrasts, contrasts + columnsAtOnce, std::uint8_t(0));
-    const std::uint8_t* before = top;
-    for (int row = 1; row < rowCount; ++row) {
-        const std::uint8_t* now = top + row * stride + (row >= shiftRow);
-        for (int column = 0; column < columnsAtOnce; ++column) {
-            const std::uint8_t pair[] = {before[column], now[column]};
-            const std::uint8_t contrast = stepAt(pair + 1, rule);
-            if (contrast && contrast >= contrasts[column]) {
-                contrasts[column] = contrast;
-                rows[column] = row;
-            }
-        }
-        before = now;
-    }
+    addRowPlainly(before, now, 0, count, rule, row, best);
 }
 
 #else
@@ -125,9 +139,9 @@ ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRu
     Vector most = vectors.contrasts(samples + last);
     for (std::size_t i = 1; i < last; i += lanes)
         most = hn::Max(most, vectors.contrasts(samples + i));
-    const std::uint8_t contrast = largest(most);
-    if (contrast == 0)
+    if (hn::AllTrue(Bytes(), hn::Eq(most, hn::Zero(Bytes()))))
         return {0, 0};
+    const std::uint8_t contrast = largest(most);
     const Vector wanted = hn::Set(Bytes(), contrast);
     for (std::size_t i = last;; i = i > lanes ? i - lanes : 1) {
         const std::uint64_t bits = bitsOf(hn::Eq(vectors.contrasts(samples + i), wanted));
@@ -158,41 +172,51 @@ void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, st
     }
 }
 
-void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int rowCount, int shiftRow,
-                             StepRule rule, std::uint8_t* contrasts, std::int32_t* rows)
+inline void addRow(const std::uint8_t* before, const std::uint8_t* now, int count, StepRule rule,
+                   std::uint8_t row, ColumnSteps best)
 {
-    // Rows are kept in bytes within a block; the highest byte means that the block brought nothing better.
-    constexpr int blockRows = 255;
     const Bytes d;
-    const std::size_t lanes = hn::Lanes(d);
+    const int lanes = int(hn::Lanes(d));
+    if (count < lanes)
+        return addRowPlainly(before, now, 0, count, rule, row, best);
     const VectorRule vectors(rule);
-    const auto none = hn::Set(d, 255), one = hn::Set(d, 1);
-    for (std::size_t first = 0; first < std::size_t(columnsAtOnce); first += lanes) {
-        Vector best = hn::Zero(d), before = vectors.load(top + first);
-        for (int block = 1; block < rowCount; block += blockRows) {
-            Vector bestRow = none, number = hn::Zero(d);
-            const int end = std::min(rowCount, block + blockRows);
-            for (int row = block; row < end; ++row) {
-                const Vector now = vectors.load(top + row * stride + (row >= shiftRow) + first);
-                const Vector contrast = hn::Sub(now, before);
-                const auto better = hn::And(hn::RebindMask(d, vectors.steps(before, now)),
-                                            hn::Eq(hn::Max(contrast, best), contrast));
-                best = hn::IfThenElse(better, contrast, best);
-                bestRow = hn::IfThenElse(better, number, bestRow);
-                number = hn::Add(number, one);
-                before = now;
-            }
-            HWY_ALIGN std::uint8_t numbers[HWY_MAX_BYTES];
-            hn::Store(bestRow, d, numbers);
-            for (std::size_t lane = 0; lane < lanes; ++lane)
-                if (numbers[lane] != 255)
-                    rows[first + lane] = block + numbers[lane];
-        }
-        hn::StoreU(best, d, contrasts + first);
+    const auto number = hn::Set(d, row);
+    for (int column = 0; column < count; column += lanes) {
+        column = std::min(column, count - lanes); // columns seen twice stay as they are
+        const Vector from = vectors.load(before + column), to = vectors.load(now + column);
+        const auto steps = hn::RebindMask(d, vectors.steps(from, to));
+        if (hn::AllFalse(d, steps))
+            continue;
+        const Vector contrast = hn::Sub(to, from), most = hn::LoadU(d, best.contrasts + column);
+        const auto better = hn::And(steps, hn::Eq(hn::Max(contrast, most), contrast));
+        hn::StoreU(hn::IfThenElse(better, contrast, most), d, best.contrasts + column);
+        const Vector rows = hn::LoadU(d, best.rows + column);
+        hn::StoreU(hn::IfThenElse(better, number, rows), d, best.rows + column);
     }
 }
 
 #endif
+
+void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int columnCount, int rowCount,
+                             int shiftRow, StepRule rule, std::uint8_t* contrasts, std::int32_t* rows)
+{
+    constexpr int blockRows = ColumnSteps::none;
+    std::uint8_t rowsInBlock[maxColumns];
+    std::fill(contrasts, contrasts + columnCount, std::uint8_t(0));
+    const std::uint8_t* before = top;
+    for (int block = 1; block < rowCount; block += blockRows) {
+        std::fill(rowsInBlock, rowsInBlock + columnCount, ColumnSteps::none);
+        const int end = std::min(rowCount, block + blockRows);
+        for (int row = block; row < end; ++row) {
+            const std::uint8_t* now = top + row * stride + (row >= shiftRow);
+            addRow(before, now, columnCount, rule, std::uint8_t(row - block), {contrasts, rowsInBlock});
+            before = now;
+        }
+        for (int column = 0; column < columnCount; ++column)
+            if (rowsInBlock[column] != ColumnSteps::none)
+                rows[column] = block + rowsInBlock[column];
+    }
+}
 
 } // namespace ormalux::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -214,10 +238,11 @@ void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, st
     ORMALUX_SIMD_CALL(markSteps)(samples, count, rule, marks);
 }
 
-void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int rowCount, int shiftRow,
-                             StepRule rule, std::uint8_t* contrasts, std::int32_t* rows)
+void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int columnCount, int rowCount,
+                             int shiftRow, StepRule rule, std::uint8_t* contrasts, std::int32_t* rows)
 {
-    ORMALUX_SIMD_CALL(strongestStepsInColumns)(top, stride, rowCount, shiftRow, rule, contrasts, rows);
+    ORMALUX_SIMD_CALL(strongestStepsInColumns)
+    (top, stride, columnCount, rowCount, shiftRow, rule, contrasts, rows);
 }
 
 } // namespace ormalux::kernels

@@ -27,12 +27,13 @@ ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRu
 /// 64 words.
 void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks);
 
-inline constexpr int columnsAtOnce = 64;
+/// The widest piece of a picture that strongestStepsInColumns searches.
+inline constexpr int maxColumns = 1024;
 
-/// The strongest steps of 64 profiles that run down side by side. From shiftRow on each reads the column to
-/// its right, so that 65 columns are read. rows gets the row of the completing sample where the contrast is
-/// not 0.
-void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int rowCount, int shiftRow,
-                             StepRule rule, std::uint8_t* contrasts, std::int32_t* rows);
+/// The strongest steps of up to maxColumns profiles that run down side by side, row by row. From shiftRow on
+/// each reads the column to its right, so that one column more is read. rows gets the row of the completing
+/// sample where the contrast is not 0.
+void strongestStepsInColumns(const std::uint8_t* top, std::ptrdiff_t stride, int columnCount, int rowCount,
+                             int shiftRow, StepRule rule, std::uint8_t* contrasts, std::int32_t* rows);
 
 } // namespace ormalux::kernels
