@@ -1,0 +1,223 @@
+#include "tests/support/ViewFixture.h"
+#include "view/PictureReader.h"
+#include "view/ViewPainter.h"
+
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <thread>
+
+namespace {
+
+using testing_support::ViewFixture;
+
+class ViewPaint : public ViewFixture
+{
+protected:
+    /// The pixel that the view reports under a device point; -1 beside the picture.
+    QPoint reported(QPointF device)
+    {
+        QSignalSpy spy(view, &CKestView::pixelHovered);
+        hover({-5, -5});
+        hover(device);
+        const auto last = spy.isEmpty() ? QList<QVariant>{-1, -1, 0u} : spy.last();
+        value = last[2].toUInt();
+        return {last[0].toInt(), last[1].toInt()};
+    }
+    unsigned value = 0;
+};
+
+QRgb shownColor(unsigned value, int bits)
+{
+    return bits == 8 ? qRgb(int(value), int(value), int(value)) : 0xff000000u | value;
+}
+
+} // namespace
+
+TEST_F(ViewPaint, ThePaintedPixelIsTheReportedOneAtEveryZoom)
+{
+    const qreal scale = view->devicePixelRatioF();
+    for (const int bits : {8, 24}) {
+        showRandom(223, 157, bits);
+        for (const float start : {0.0f, 0.3f, 0.7f, 1.0f, 2.0f, 7.3f, 24.0f}) {
+            view->ZoomFitTo();
+            if (start > 0)
+                view->ZoomPlus(start - view->GetZoom() > 0 ? start - view->GetZoom() : 0.37f);
+            view->horizontalScrollBar()->setValue(view->horizontalScrollBar()->maximum() / 2 + 3);
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum());
+            const QImage image = seen();
+            ASSERT_EQ(image.width(), int(std::ceil(view->viewport()->width() * scale)));
+            for (int y = 0; y < image.height(); y += 13)
+                for (int x = 0; x < image.width(); x += 11) {
+                    const QPoint pixel = reported(QPointF(x / scale, y / scale));
+                    const QRgb expected = pixel.x() < 0 ? 0xff000000u : shownColor(value, bits);
+                    ASSERT_EQ(image.pixel(x, y), expected) << x << "," << y << " zoom " << view->GetZoom()
+                                                           << " pixel " << pixel.x() << "," << pixel.y();
+                }
+        }
+    }
+}
+
+TEST_F(ViewPaint, RowsRunAsTheBufferSays)
+{
+    showRandom(5, 4, 8);
+    view->Zoom100();
+    ASSERT_EQ(reported(QPointF(view->ImageToDevice(0, 0).x, view->ImageToDevice(0, 0).y)), QPoint(0, 0));
+    EXPECT_EQ(value, bytes[8 * 3]); // the bottom row comes first
+    view->SetRowOrder(TOP_DOWN);
+    reported(QPointF(view->ImageToDevice(0, 0).x, view->ImageToDevice(0, 0).y));
+    EXPECT_EQ(value, bytes[0]);
+    EXPECT_EQ(reported({1, 1}), QPoint(-1, -1)); // centred: beside the picture
+}
+
+TEST_F(ViewPaint, WithoutAPictureOrOfAnotherDepthTheClientIsBlack)
+{
+    const std::vector<unsigned char> data(400 * 300 * 4, 200);
+    for (const int bits : {16, 32, 8}) {
+        view->SetImagePtr(400, 300, bits, bits == 8 ? nullptr : data.data());
+        QImage black = seen();
+        const QImage painted = black.copy();
+        black.fill(Qt::black);
+        EXPECT_EQ(painted, black) << bits;
+    }
+}
+
+TEST_F(ViewPaint, OverlaysFollowZoomScrollAndCentre)
+{
+    showRandom(300, 200, 8);
+    view->GetOverlays().AddRectangle(20, 10, 60, 40, 0, 1, RGB(0, 255, 0), "a");
+    for (const bool fit : {true, false}) {
+        view->ZoomFitTo();
+        if (!fit)
+            view->ZoomPlus(2);
+        view->horizontalScrollBar()->setValue(15);
+        view->verticalScrollBar()->setValue(7);
+        const CPoint corner = view->ImageToDevice(60, 40);
+        EXPECT_EQ(view->GetScreen().pixel(int(corner.x * view->devicePixelRatioF()),
+                                          int(corner.y * view->devicePixelRatioF())),
+                  0xff00ff00u);
+        view->SendCommand(3302);
+        EXPECT_EQ(view->IsOverlayVisible(), 0);
+        EXPECT_NE(view->GetScreen().pixel(int(corner.x * view->devicePixelRatioF()),
+                                          int(corner.y * view->devicePixelRatioF())),
+                  0xff00ff00u);
+        view->SendCommand(3302);
+    }
+}
+
+TEST_F(ViewPaint, GrayLevelsAreWrittenAtTheLargestZoomOnly)
+{
+    const auto magenta = [&] {
+        const QImage image = view->GetScreen();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += qRed(image.pixel(x, y)) > 60;
+        return count;
+    };
+    for (const int bits : {8, 24}) {
+        view->CreateImage(40, 30, bits);
+        view->ZoomPlus(30);
+        EXPECT_EQ(magenta() > 1000, bits == 8);
+        view->ZoomMinus();
+        EXPECT_EQ(magenta(), 0);
+    }
+}
+
+TEST_F(ViewPaint, InvertingFiguresDrawnTwiceAreGoneWhereverTheyLie)
+{
+    QImage frame;
+    ormalux::prepareFrame(frame, {200, 150}, view->devicePixelRatioF());
+    frame.fill(QColor(10, 90, 200));
+    const QImage before = frame.copy();
+    const RECT rects[] = {{20, 30, 90, 100},
+                          {90, 100, 20, 30},
+                          {-50, -50, 500, 70},
+                          {40, 40, 40, 40},
+                          {INT_MIN, INT_MIN, INT_MAX, INT_MAX},
+                          {5, 5, INT_MAX, 20}};
+    for (const RECT& rect : rects) {
+        using ormalux::XorFigure;
+        for (const XorFigure figure : {XorFigure::Line, XorFigure::Rectangle, XorFigure::FocusRectangle}) {
+            ormalux::paintXor(frame, figure, rect, RGB(255, 0, 0));
+            ormalux::paintXor(frame, figure, rect, RGB(255, 0, 0));
+        }
+        ormalux::paintTracker(frame, rect);
+        ormalux::paintTracker(frame, rect);
+        EXPECT_EQ(frame, before);
+    }
+    ormalux::paintXor(frame, ormalux::XorFigure::Rectangle, {20, 30, 90, 100}, RGB(255, 255, 255));
+    const qreal scale = frame.devicePixelRatio();
+    for (const QPoint corner : {QPoint(20, 30), QPoint(90, 30), QPoint(90, 100), QPoint(20, 100)})
+        EXPECT_EQ(frame.pixel(int(corner.x() * scale), int(corner.y() * scale)), qRgb(245, 165, 55))
+            << "a corner cancelled itself";
+}
+
+TEST_F(ViewPaint, TheScreenFileHasOverlaysButNoTrackerAndIsWrittenOnce)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("화면.bmp").toStdString();
+    showRandom(100, 80, 24);
+    view->ZoomFitTo();
+    view->GetOverlays().AddLine(0, 0, 99, 79, 0, 1, RGB(255, 0, 0), "a");
+    view->SetTrackerMode(1);
+    view->SetTrackerPosition(CRect(20, 20, 60, 60));
+    view->ScreenToFile(path);
+    view->ImageUpdate();
+    const ormalux::Picture file = ormalux::readPicture(path.c_str());
+    EXPECT_EQ(ormalux::toQImage(file.source()).convertToFormat(QImage::Format_RGB32), [&] {
+        QImage screen = view->GetScreen();
+        screen.setDevicePixelRatio(1);
+        return screen;
+    }());
+    EXPECT_NE(seen(), view->GetScreen()); // the tracker is on the screen
+    ASSERT_TRUE(QFile::remove(QString::fromStdString(path)));
+    view->ImageUpdate();
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(path)));
+    frame.hide();
+    view->ScreenToFile(path);
+    view->ImageUpdate();
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(path)));
+}
+
+TEST_F(ViewPaint, OnDrawPaintsOntoAnyPainter)
+{
+    showRandom(100, 80, 8);
+    QImage target(400, 300, QImage::Format_RGB32);
+    target.fill(Qt::red);
+    QPainter painter(&target);
+    view->OnDraw(&painter);
+    EXPECT_EQ(target.pixel(0, 0), 0xff000000u);
+    view->OnDraw(nullptr);
+}
+
+TEST_F(ViewPaint, AHiddenViewNeedsNoScreen)
+{
+    CKestView hidden;
+    hidden.resize(200, 100);
+    hidden.CreateImage(100, 100, 8);
+    hidden.ZoomFitTo();
+    EXPECT_FLOAT_EQ(hidden.GetZoom(), 0.9f);
+    EXPECT_EQ(hidden.GetScreen().deviceIndependentSize().toSize(), QSize(200, 100));
+}
+
+TEST_F(ViewPaint, PicturesMayComeFromAnotherThreadWhileTheViewPaints)
+{
+    CKestView::SetParentThreadMode(1);
+    std::thread camera([this] {
+        for (int i = 0; i < 300; ++i) {
+            const std::vector<unsigned char> data(std::size_t(100 + i) * 4 * 50, 128);
+            view->SetImagePtr(100 + i, 50, 8, data.data());
+            view->ImageUpdate();
+        }
+    });
+    for (int i = 0; i < 50; ++i) {
+        view->GetScreen();
+        QApplication::processEvents();
+    }
+    camera.join();
+    CKestView::SetParentThreadMode(0);
+    QApplication::processEvents();
+    EXPECT_EQ(view->GetWidth(), 399);
+}

@@ -1,0 +1,117 @@
+#include "view/ImageView.h"
+
+#include "platform/Stdlib.h"
+#include "view/ViewPainter.h"
+#include "view/ViewState.h"
+#include "view/ViewTracker.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QThread>
+
+#include <utility>
+
+using ormalux::Drag;
+using ormalux::ViewGeometry;
+using ormalux::XorFigure;
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+/// The frame as it is saved: picture, overlays and gray levels. Writes the file that was asked for.
+void CKestView::composeFrame()
+{
+    const Guard guard(m->lock);
+    const ViewGeometry now = geometry();
+    const ormalux::PixelSource picture = m->image.source();
+    ormalux::prepareFrame(m->frame, clientSize(), devicePixelRatioF());
+    ormalux::paintPixels(m->frame, picture, now);
+    if (m->overlayVisible)
+        ormalux::paintOverlays(m->frame, m->overlays, now);
+    ormalux::paintLevels(m->frame, picture, now);
+    if (!m->screenFile.empty()) {
+        const CString path = std::exchange(m->screenFile, {});
+        CStdlib::BitmapToFile(m->frame, path.c_str(), CSize(m->frame.width(), m->frame.height()));
+    }
+}
+
+/// What never reaches a file: the tracker and what is being dragged. Drawn inverting, so that it shows on any
+/// picture.
+void CKestView::paintFigures()
+{
+    const ViewGeometry now = geometry();
+    if (m->trackerMode && !ormalux::isNothing(m->tracker))
+        ormalux::paintTracker(m->frame, now.toDeviceRect(m->tracker));
+    const ormalux::DragState& drag = m->drag;
+    if (!drag.moved)
+        return;
+    if (drag.kind == Drag::Tracker)
+        ormalux::paintXor(m->frame, XorFigure::FocusRectangle, now.toDeviceRect(drag.tracker),
+                          RGB(255, 255, 255));
+    if (drag.kind == Drag::RubberBand) {
+        const CPoint from = now.toDevicePoint(drag.anchorImage.x, drag.anchorImage.y);
+        const CPoint to = now.toDevicePoint(drag.currentImage.x, drag.currentImage.y);
+        ormalux::paintXor(m->frame, m->tool == TOOL_RECTANGLE ? XorFigure::Rectangle : XorFigure::Line,
+                          {from.x, from.y, to.x, to.y}, RGB(255, 0, 0));
+    }
+}
+
+void CKestView::paintEvent(QPaintEvent* event)
+{
+    composeFrame();
+    paintFigures();
+    QPainter painter(viewport());
+    painter.setClipRegion(event->region());
+    painter.drawImage(QPoint(0, 0), m->frame);
+}
+
+void CKestView::OnDraw(CDC* dc)
+{
+    composeFrame();
+    paintFigures();
+    if (dc && dc->isActive())
+        dc->drawImage(QPoint(0, 0), m->frame);
+}
+
+QImage CKestView::GetScreen()
+{
+    composeFrame();
+    return m->frame;
+}
+
+void CKestView::ImageUpdate()
+{
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(
+            this, [this] { ImageUpdate(); }, Qt::QueuedConnection);
+        return;
+    }
+    viewport()->repaint();
+    const Guard guard(m->lock);
+    if (!m->screenFile.empty()) // a hidden view does not paint
+        composeFrame();
+}
+
+void CKestView::ScreenToFile(const CString& path)
+{
+    const Guard guard(m->lock);
+    m->screenFile = path;
+}
+
+void CKestView::requestPaint()
+{
+    if (QThread::currentThread() == thread())
+        viewport()->update();
+    else
+        QMetaObject::invokeMethod(viewport(), qOverload<>(&QWidget::update), Qt::QueuedConnection);
+}
+
+void CKestView::pictureChanged()
+{
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(
+            this, [this] { pictureChanged(); }, Qt::QueuedConnection);
+        return;
+    }
+    updateScrollSizes();
+    viewport()->update();
+    Q_EMIT imageChanged();
+}

@@ -1,0 +1,294 @@
+#include "view/ImageView.h"
+
+#include "color/VisionImage24.h"
+#include "image/VisionImage.h"
+#include "view/BmpReader.h"
+#include "view/PictureReader.h"
+#include "view/PictureWriter.h"
+#include "view/ViewState.h"
+
+#include "platform/File.h"
+
+#include <QGuiApplication>
+
+#include <new>
+
+using ormalux::Picture;
+using ormalux::PixelSource;
+using ormalux::RowOrder;
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+namespace {
+
+/// Shows the wait cursor while it lives.
+struct WaitCursor
+{
+    WaitCursor()
+    {
+        if (qGuiApp)
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    ~WaitCursor()
+    {
+        if (qGuiApp)
+            QGuiApplication::restoreOverrideCursor();
+    }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+PixelSource sourceOf(const CKestImage& image)
+{
+    const ormalux::ConstGrayView view = image.view();
+    return {view.pixels, view.width, view.height, view.stride, 8};
+}
+
+/// The padded rows of a colour image, as its loaders and SetImagePtr fill them.
+PixelSource sourceOf(const CKestImage24& image)
+{
+    const ormalux::ConstColorView view = image.view();
+    return {view.pixels, view.width, view.height, std::ptrdiff_t(ormalux::paddedRow(view.width, 24)), 24};
+}
+
+/// One plane of a padded colour buffer, its rows in the same order; empty when memory is short.
+Picture planeOf(int width, int height, const unsigned char* bits, char filter)
+{
+    Picture plane;
+    try {
+        const std::size_t row = std::size_t(width) * 3;
+        const std::ptrdiff_t stride = ormalux::paddedRow(width, 24);
+        std::vector<std::uint8_t> unpadded(std::size_t(stride) * std::size_t(height));
+        for (int y = 0; y < height; ++y)
+            std::copy_n(bits + y * stride, row, unpadded.data() + std::size_t(y) * row);
+        CKestImage24 color;
+        color.SetImagePtrLink(width, height, unpadded.data());
+        plane.pixels.resize(std::size_t(width) * std::size_t(height));
+        CKestImage gray;
+        gray.SetImagePtrLink(width, height, plane.pixels.data());
+        color.GetImageWithFilter(filter, gray);
+        plane.width = width;
+        plane.height = height;
+    } catch (const std::bad_alloc&) {
+        plane.pixels.clear();
+    }
+    return plane;
+}
+
+Picture readBmpFile(const char* path)
+{
+    Picture picture;
+    const auto file = path ? ormalux::readFile(path) : std::nullopt;
+    if (file)
+        ormalux::readBmp(*file, true, picture);
+    return picture;
+}
+
+} // namespace
+
+void CKestView::CreateImage(int width, int height, int bit_count)
+{
+    const Guard guard(m->lock);
+    m->image.create(width, height, bit_count, RowOrder::BottomUp);
+    m->fitAsked = false;
+    if (m->image.hasPicture()) {
+        const QSize client = clientSize();
+        // Without a client area there is nothing to fit to yet.
+        const float ratio =
+            std::min(float(client.width()) / float(width), float(client.height()) / float(height));
+        m->fitZoom = ratio > 0 ? ratio : m->fitZoom;
+    }
+    pictureChanged();
+}
+
+void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned char* bits)
+{
+    const Guard guard(m->lock);
+    m->image.copy(width, height, bit_count, bits, RowOrder::BottomUp);
+    pictureChanged();
+}
+
+void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned char* bits, char filter)
+{
+    const bool usable =
+        bits && width > 0 && height > 0 && ormalux::paddedRow(width, 24) * height <= INT32_MAX;
+    if (filter == 'O' || bit_count != 24 || !usable)
+        return SetImagePtr(width, height, bit_count, bits);
+    const Picture plane = planeOf(width, height, bits, filter);
+    const Guard guard(m->lock);
+    // The plane's first row is the buffer's first: the bottom of the picture.
+    PixelSource seen = plane.source();
+    seen.bits += std::ptrdiff_t(width) * (plane.empty() ? 0 : height - 1);
+    seen.stride = -seen.stride;
+    if (plane.empty() || !m->image.assign(seen, RowOrder::BottomUp))
+        m->image.copy(width, height, 8, nullptr, RowOrder::BottomUp);
+    pictureChanged();
+}
+
+void CKestView::SetImagePtrLink(int width, int height, int bit_count, unsigned char* bits)
+{
+    const Guard guard(m->lock);
+    m->image.link(width, height, bit_count, bits, RowOrder::BottomUp);
+    pictureChanged();
+}
+
+void CKestView::SetImage(const CKestImage& image)
+{
+    const Guard guard(m->lock);
+    if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
+        m->image.copy(image.GetWidth(), image.GetHeight(), 8, nullptr, RowOrder::TopDown);
+    pictureChanged();
+}
+
+void CKestView::SetImage(const CKestImage24& image)
+{
+    const Guard guard(m->lock);
+    if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
+        m->image.copy(image.GetWidth(), image.GetHeight(), 24, nullptr, RowOrder::TopDown);
+    pictureChanged();
+}
+
+void CKestView::SetRowOrder(int order)
+{
+    const Guard guard(m->lock);
+    m->image.setRowOrder(order == TOP_DOWN ? RowOrder::TopDown : RowOrder::BottomUp);
+    requestPaint();
+}
+
+int CKestView::GetRowOrder() const
+{
+    return m->image.rowOrder() == RowOrder::TopDown ? TOP_DOWN : BOTTOM_UP;
+}
+
+int CKestView::GetWidth() const
+{
+    return m->image.width();
+}
+
+int CKestView::GetHeight() const
+{
+    return m->image.height();
+}
+
+int CKestView::GetBitCount() const
+{
+    return m->image.bitCount();
+}
+
+unsigned char* CKestView::GetImagePtr()
+{
+    return m->image.bits();
+}
+
+CKestImage* CKestView::GetImage() const
+{
+    return GetImage(0, 0, GetWidth(), GetHeight());
+}
+
+CKestImage* CKestView::GetImage(int x, int y, int w, int h) const
+{
+    auto* const image = new (std::nothrow) CKestImage;
+    const Guard guard(m->lock);
+    Picture part = m->image.part(x, y, w, h, true);
+    if (image && !part.empty())
+        image->SetImagePtr(part.width, part.height, part.pixels.data());
+    return image;
+}
+
+CKestImage24* CKestView::GetImage24() const
+{
+    return GetImage24(0, 0, GetWidth(), GetHeight());
+}
+
+CKestImage24* CKestView::GetImage24(int x, int y, int w, int h) const
+{
+    auto* const image = new (std::nothrow) CKestImage24;
+    const Guard guard(m->lock);
+    if (!image || m->image.bitCount() != 24)
+        return image;
+    const Picture part = m->image.part(x, y, w, h, false);
+    ormalux::ViewImage padded; // holds the part with the padding that the colour image copies
+    if (!part.empty() && padded.assign(part.source(), RowOrder::TopDown))
+        image->SetImagePtr(part.width, part.height, padded.bits());
+    return image;
+}
+
+unsigned char CKestView::GetPixel(int x, int y) const
+{
+    const Guard guard(m->lock);
+    const std::uint8_t* const byte = m->image.byteAt(std::int64_t(GetWidth()) * y + x);
+    return byte ? *byte : 0;
+}
+
+void CKestView::SetPixel(int x, int y, unsigned char value)
+{
+    const Guard guard(m->lock);
+    if (std::uint8_t* const byte = m->image.byteAt(std::int64_t(GetWidth()) * y + x))
+        *byte = value;
+}
+
+unsigned long CKestView::GetPixel24(int x, int y) const
+{
+    const Guard guard(m->lock);
+    const std::int64_t offset = m->image.stride() * y + x;
+    unsigned long value = 0;
+    for (int i = 0; i < 3; ++i)
+        if (const std::uint8_t* const byte = m->image.byteAt(offset + i))
+            value |= static_cast<unsigned long>(*byte) << (8 * i);
+    return value;
+}
+
+void CKestView::SetPixel24(int x, int y, unsigned long value)
+{
+    const Guard guard(m->lock);
+    const std::int64_t offset = m->image.stride() * y + x;
+    for (int i = 0; i < 3; ++i)
+        if (std::uint8_t* const byte = m->image.byteAt(offset + i))
+            *byte = std::uint8_t(value >> (16 - 8 * i));
+}
+
+int CKestView::LoadImage(const char* path)
+{
+    const WaitCursor waiting;
+    const Picture picture = readBmpFile(path);
+    const Guard guard(m->lock);
+    if (picture.empty() || !m->image.assign(picture.source(), RowOrder::BottomUp))
+        return 0;
+    pictureChanged();
+    ZoomFitTo();
+    return 1;
+}
+
+int CKestView::LoadImageGdip(const char* path)
+{
+    const WaitCursor waiting;
+    const Picture picture = ormalux::readPicture(path, nullptr, ormalux::PaletteUse::IndicesAreGray);
+    const Guard guard(m->lock);
+    if (picture.empty() || !m->image.assign(picture.source(), RowOrder::TopDown))
+        return 0;
+    pictureChanged();
+    ZoomFitTo();
+    return 1;
+}
+
+int CKestView::SaveImage(const char* path) const
+{
+    const WaitCursor waiting;
+    const Guard guard(m->lock);
+    if (!path || !m->image.hasPicture())
+        return 0;
+    if (GetBitCount() == 24)
+        return ormalux::writeBmp(path, m->image.source()) ? 1 : 0;
+    const std::unique_ptr<CKestImage> gray(GetImage()); // the gray image's own file, byte for byte
+    return gray ? gray->SaveImage(path) : 0;
+}
+
+bool CKestView::EditImage(const std::function<void(CKestImage&)>& gray,
+                          const std::function<void(CKestImage24&)>& color, ormalux::ColorRows rows)
+{
+    const Guard guard(m->lock);
+    const QSize before(GetWidth(), GetHeight());
+    const bool run = GetBitCount() == 8 ? gray && m->image.edit(gray) : color && m->image.edit(color, rows);
+    if (run && before != QSize(GetWidth(), GetHeight()))
+        pictureChanged();
+    return run;
+}
