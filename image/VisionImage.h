@@ -315,12 +315,12 @@ public:
     /// another direction, the result then untouched. Without any pair the angle is not a number and the ends are
     /// 0x80000000.
     ///
-    /// Deliberate: the angle is biased. The centre line pairs with itself and counts as 0, and the last line of the
-    /// rectangle is not walked: over n lines a level edge measures some 90 / n (odd n) to 180 / n (even n) degrees
-    /// too little, an upright one half of that. Where a roughly horizontal edge falls to the right, pairs within one
-    /// row count as 0 and not as 360, which pulls the angle further below 180 the less the edge falls: over 200
-    /// columns 12.3 degrees measure 165.2 instead of 167.7, half a degree measures 128. Hosts are tuned to
-    /// these very values.
+    /// Deliberate: the angle is biased. The centre line pairs with itself and counts as 0, and the last line of
+    /// the rectangle is not walked: with n walked lines a level edge measures 90 / n (odd n) or 180 / n (even n)
+    /// degrees too little, an upright one 180 / n or 90 / n. Where a roughly horizontal edge falls to the right,
+    /// pairs within one row count as 0 and not as 360, which pulls the angle further below 180 the less the edge
+    /// falls: over 200 columns 12.3 degrees measure 165.2 instead of 167.7, half a degree measures 128.3. Hosts
+    /// are tuned to these very values.
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step,
                      _stLineGaugeResult& result) const;
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step, int threshold,

@@ -225,7 +225,7 @@ TEST_F(Sampling, EndlessLinesAreCutToTheImage)
 TEST_F(Sampling, CirclesGiveTheTracedPixelsInside)
 {
     for (int i = 0; i < 400; ++i) {
-        const int r = i < 100 ? random(0, 80) : random(4090, i < 390 ? 30000 : 2000000);
+        const int r = i < 100 ? random(0, 80) : random(4090, i < 395 ? 20000 : 1000000);
         const double angle = random(0, 359) * 0.0174533;
         const int cx = random(-9, width + 9) + int(r * std::cos(angle)),
                   cy = random(-9, height + 9) + int(r * std::sin(angle));
