@@ -88,8 +88,11 @@ void BoxBits::pack(const std::uint8_t* pixels, std::ptrdiff_t stride, int width,
     std::uint64_t* black = white + plane;
     if (threshold < 255)
         kernels::packLevels(gray, std::uint8_t(std::max(threshold, -1) + 1), 255, white, m_planes.stride);
-    if (threshold >= 0)
-        kernels::packLevels(gray, 0, std::uint8_t(std::min(threshold, 255)), black, m_planes.stride);
+    const std::size_t words = (gray.width + 63) / 64;
+    const std::uint64_t lastWord = ~std::uint64_t(0) >> (words * 64 - gray.width);
+    for (std::size_t y = 0; y < gray.rows; ++y, white += m_planes.stride, black += m_planes.stride)
+        for (std::size_t i = 0; i < words; ++i)
+            black[i] = ~white[i] & (i + 1 < words ? ~std::uint64_t(0) : lastWord);
 }
 
 } // namespace ormalux

@@ -2,7 +2,9 @@
 
 #include "image/GrayView.h"
 #include "measure/Growable.h"
+#include "measure/kernels/BlobKernels.h"
 
+#include <bit>
 #include <cstdint>
 #include <span>
 
@@ -15,6 +17,7 @@ struct ObjectLevels
     int high; ///< below low: no pixel does
 
     bool none() const { return low > high; }
+    bool hold(int level) const { return level >= low && level <= high; }
 };
 
 /// Objects of exactly one level; none outside 0 .. 255.
@@ -47,7 +50,7 @@ struct BlobSizes
 
     bool admit(int width, int height) const
     {
-        return width >= minWidth && width <= maxWidth && height >= minHeight && height <= maxHeight;
+        return (width >= minWidth) & (width <= maxWidth) & (height >= minHeight) & (height <= maxHeight);
     }
 };
 
@@ -62,54 +65,60 @@ struct Blob
     int seed; ///< the column of its first pixel
 };
 
-/// Finds blobs by rows of bits: the runs of every row are numbered in scan order and united with those that
-/// they touch in the row above, so neither a picture of labels nor a walk is needed. The work is linear in
-/// the pixels and the runs; memory is 12 bytes a run.
+/// Finds blobs by rows of bits: the runs of a row get the labels of those that they touch in the row above,
+/// and labels that meet become one, so neither a picture of labels nor a walk is needed. The work is linear
+/// in the pixels and the runs, the memory in the labels, which are fewer than the runs.
 ///
 /// Keeps its memory for the next search. One thread at a time.
 class BlobFinder
 {
 public:
-    /// Finds every blob of the region. False when memory is short.
+    /// Finds every blob of the region. False, with none found, when memory is short. The pixels must stay as
+    /// they are until the records are taken.
     ///
     /// Deliberate: an object pixel directly left of or above the region counts for the blob that it touches,
     /// though it does not widen the blob: the limits of the search are those of the image on these two sides.
     bool find(const ConstGrayView& image, const BlobRegion& region, ObjectLevels levels);
 
-    /// The records that the blobs give: for every blob of an admitted size one, in the order of their seeds.
+    /// Calls take(blob) for the records that the blobs give: for every blob of an admitted size one, in the
+    /// order of their seeds.
     ///
     /// Deliberate: every other pixel of a blob is tried as a seed once more and then stands for itself, a
     /// blob of one pixel; callers that admit 1 x 1 get these too, in scan order.
     template <class Take>
-    void forEachRecord(const BlobSizes& sizes, Take&& take) const;
+    void forEachRecord(const BlobSizes& sizes, Take&& take);
     /// How often forEachRecord calls.
     std::int64_t recordCount(const BlobSizes& sizes) const;
 
     /// All blobs, in the order of their seeds.
-    std::span<const Blob> blobs() const { return {m_blobs.data(), std::size_t(m_blobCount)}; }
+    std::span<const Blob> blobs() const { return {m_blobs.data(), m_blobCount}; }
 
 private:
-    bool prepare(const BlobRegion& region);
-    bool findRuns(const ConstGrayView& image, const BlobRegion& region, ObjectLevels levels);
-    bool measureBlobs(const BlobRegion& region);
-    void countOutside(const ConstGrayView& image, const BlobRegion& region, ObjectLevels levels);
+    bool findLabels();
+    bool reserveLabels(int rowsDone);
+    void packRow(int y, std::uint64_t* words) const;
+    void countOutsideAbove(const kernels::RunRow& row, std::int32_t runs);
+    void measureRow(int y, const kernels::RunRow& row, std::int32_t runs);
+    void gatherBlobs();
     template <class Take>
-    void forEachPixelRecord(const BlobSizes& sizes, Take&& take) const;
+    void forEachPixelRecord(const BlobSizes& sizes, Take&& take);
 
+    ConstGrayView m_image;
     BlobRegion m_region{0, 0, 0, 0};
-    Growable<std::uint64_t> m_bits;     // two rows of objects and starts
-    Growable<std::int32_t> m_firstRuns; // two rows
-    Growable<std::int32_t> m_rows;      // the first run of every row, and the number of runs
-    Growable<std::int32_t> m_begins;    // by run, columns of the region
-    Growable<std::int32_t> m_ends;      // by run
-    Growable<std::int32_t> m_blobOfRun; // by run: first its parent, then its blob
-    Growable<Blob> m_blobs;
-    std::int32_t m_blobCount = 0;
+    ObjectLevels m_levels{1, 0};
+    Growable<std::uint64_t> m_bits;    // two rows of objects and of starts
+    Growable<std::int32_t> m_columns;  // two rows of first runs, begins and ends
+    Growable<std::uint32_t> m_labels;  // two rows
+    Growable<std::uint32_t> m_parents; // by label
+    Growable<Blob> m_blobs;            // by label, in the end the blobs
+    std::size_t m_labelRoom = 0;
+    std::size_t m_labelCount = 0;
+    std::size_t m_blobCount = 0;
     std::int64_t m_pixels = 0; // inside the region
 };
 
 template <class Take>
-void BlobFinder::forEachRecord(const BlobSizes& sizes, Take&& take) const
+void BlobFinder::forEachRecord(const BlobSizes& sizes, Take&& take)
 {
     if (sizes.admit(1, 1)) {
         forEachPixelRecord(sizes, take);
@@ -121,22 +130,24 @@ void BlobFinder::forEachRecord(const BlobSizes& sizes, Take&& take) const
 }
 
 template <class Take>
-void BlobFinder::forEachPixelRecord(const BlobSizes& sizes, Take&& take) const
+void BlobFinder::forEachPixelRecord(const BlobSizes& sizes, Take&& take)
 {
-    for (int row = 0; row < m_region.bottom - m_region.top; ++row) {
-        const int y = m_region.top + row;
-        for (std::int32_t run = m_rows[row]; run < m_rows[row + 1]; ++run) {
-            int x = m_region.left + m_begins[run];
-            const int end = m_region.left + m_ends[run];
-            const Blob& blob = m_blobs[m_blobOfRun[run]];
-            if (blob.top == y && blob.seed == x) {
-                if (sizes.admit(blob.right - blob.left + 1, blob.bottom - blob.top + 1))
-                    take(blob);
-                ++x;
+    const Blob* next = m_blobs.data();
+    const Blob* const end = next + m_blobCount;
+    const int words = (m_region.right - m_region.left + 63) / 64;
+    for (int y = m_region.top; m_blobCount > 0 && y < m_region.bottom; ++y) {
+        packRow(y, m_bits.data());
+        for (int w = 0; w < words; ++w)
+            for (std::uint64_t rest = m_bits[w]; rest != 0; rest &= rest - 1) {
+                const int x = m_region.left + w * 64 + std::countr_zero(rest);
+                if (next == end || next->seed != x || next->top != y) {
+                    take(Blob{x, y, x, y, 1, x});
+                    continue;
+                }
+                if (sizes.admit(next->right - next->left + 1, next->bottom - next->top + 1))
+                    take(*next);
+                ++next;
             }
-            for (; x < end; ++x)
-                take(Blob{x, y, x, y, 1, x});
-        }
     }
 }
 

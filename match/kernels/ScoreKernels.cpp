@@ -16,24 +16,32 @@ namespace {
 
 #if HWY_TARGET == HWY_AVX3_DL
 
-// The number of bits set in both; words is a multiple of 8.
-HWY_INLINE std::int32_t common(const std::uint64_t* a, const std::uint64_t* b, std::size_t words)
+// Planes of the same stride; words is a multiple of 8.
+HWY_INLINE Hits commonBits(const BitPlanes& a, const BitPlanes& b, std::size_t words)
 {
     const hn::ScalableTag<std::uint64_t> d;
-    auto sum = hn::Zero(d);
-    for (std::size_t i = 0; i < words; i += 8)
-        sum = hn::Add(sum, hn::PopulationCount(hn::And(hn::LoadU(d, a + i), hn::LoadU(d, b + i))));
-    return std::int32_t(hn::GetLane(hn::SumOfLanes(d, sum)));
+    auto white = hn::Zero(d);
+    auto black = hn::Zero(d);
+    for (std::size_t i = 0; i < words; i += 8) {
+        white = hn::Add(white,
+                        hn::PopulationCount(hn::And(hn::LoadU(d, a.white + i), hn::LoadU(d, b.white + i))));
+        black = hn::Add(black,
+                        hn::PopulationCount(hn::And(hn::LoadU(d, a.black + i), hn::LoadU(d, b.black + i))));
+    }
+    const std::uint64_t both = hn::GetLane(hn::SumOfLanes(d, hn::Add(white, hn::ShiftLeft<32>(black))));
+    return {std::int32_t(both), std::int32_t(both >> 32)};
 }
 
 #else
 
-HWY_INLINE std::int32_t common(const std::uint64_t* a, const std::uint64_t* b, std::size_t words)
+HWY_INLINE Hits commonBits(const BitPlanes& a, const BitPlanes& b, std::size_t words)
 {
-    std::int32_t sum = 0;
-    for (std::size_t i = 0; i < words; ++i)
-        sum += std::popcount(a[i] & b[i]);
-    return sum;
+    Hits hits{0, 0};
+    for (std::size_t i = 0; i < words; ++i) {
+        hits.white += std::popcount(a.white[i] & b.white[i]);
+        hits.black += std::popcount(a.black[i] & b.black[i]);
+    }
+    return hits;
 }
 
 #endif
@@ -58,7 +66,7 @@ void countHits(const BitPlanes& box, const BitPlanes* templates, std::size_t cou
         if (t.stride == box.stride) {
             const std::size_t words =
                 (t.rows * t.stride + kernels::planeStep - 1) / kernels::planeStep * kernels::planeStep;
-            hits[i] = {common(box.white, t.white, words), common(box.black, t.black, words)};
+            hits[i] = commonBits(box, t, words);
         } else {
             hits[i] = {commonOfRows(box.white, box.stride, t.white, t.stride, t.rows),
                        commonOfRows(box.black, box.stride, t.black, t.stride, t.rows)};

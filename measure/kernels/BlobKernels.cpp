@@ -12,7 +12,6 @@ namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 using kernels::GrayRows;
 using kernels::RunRow;
-using kernels::RunTable;
 
 namespace {
 
@@ -30,54 +29,71 @@ HWY_INLINE std::uint64_t packWord(const std::uint8_t* pixels, std::size_t count,
 
 #else
 
-// The word of 64 pixels that may all be read.
-HWY_INLINE std::uint64_t packWhole(const std::uint8_t* pixels, std::uint8_t low, std::uint8_t span)
+// Of the pixels from a word's bit i on, which one vector holds.
+template <class D, class V>
+HWY_INLINE void packVector(D d, V pixels, V lowest, V limit, std::size_t i, std::uint64_t& word)
 {
-    const hn::ScalableTag<std::uint8_t> d;
-    const auto lowest = hn::Set(d, low);
-    const auto limit = hn::Set(d, span);
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i < 64; i += hn::Lanes(d)) {
-        const auto above = hn::Sub(hn::LoadU(d, pixels + i), lowest);
-        hn::StoreMaskBits(d, hn::Eq(hn::Min(above, limit), above),
-                          reinterpret_cast<std::uint8_t*>(&word) + i / 8);
-    }
-    return word;
+    const auto above = hn::Sub(pixels, lowest);
+    hn::StoreMaskBits(d, hn::Eq(hn::Min(above, limit), above),
+                      reinterpret_cast<std::uint8_t*>(&word) + i / 8);
 }
 
 HWY_INLINE std::uint64_t packWord(const std::uint8_t* pixels, std::size_t count, std::uint8_t low,
                                   std::uint8_t span)
 {
-    if (count == 64)
-        return packWhole(pixels, low, span);
-    HWY_ALIGN std::uint8_t part[64] = {};
-#if HWY_TARGET == HWY_AVX3_DL
     const hn::ScalableTag<std::uint8_t> d;
-    hn::Store(hn::MaskedLoad(hn::FirstN(d, count), d, pixels), d, part);
-#else
-    std::memcpy(part, pixels, count);
-#endif
-    return packWhole(part, low, span) & ~std::uint64_t(0) >> (64 - count);
-}
-
-#endif
-
-HWY_INLINE std::int32_t rootOf(std::int32_t* parents, std::int32_t run)
-{
-    while (parents[run] != run) {
-        parents[run] = parents[parents[run]];
-        run = parents[run];
+    const auto lowest = hn::Set(d, low);
+    const auto limit = hn::Set(d, span);
+    std::uint64_t word = 0;
+    if (count == 64) {
+        for (std::size_t i = 0; i < 64; i += hn::Lanes(d))
+            packVector(d, hn::LoadU(d, pixels + i), lowest, limit, i, word);
+        return word;
     }
-    return run;
+#if HWY_TARGET == HWY_AVX3_DL
+    packVector(d, hn::MaskedLoad(hn::FirstN(d, count), d, pixels), lowest, limit, 0, word);
+#else
+    // A masked load of bytes would read them all.
+    HWY_ALIGN std::uint8_t part[64] = {};
+    std::memcpy(part, pixels, count);
+    for (std::size_t i = 0; i < 64; i += hn::Lanes(d))
+        packVector(d, hn::Load(d, part + i), lowest, limit, i, word);
+#endif
+    return word & ~std::uint64_t(0) >> (64 - count);
 }
 
-HWY_INLINE void unite(std::int32_t* parents, std::int32_t a, std::int32_t b)
+#endif
+
+HWY_INLINE std::uint32_t rootOf(std::uint32_t* parents, std::uint32_t label)
 {
-    a = rootOf(parents, a);
-    b = rootOf(parents, b);
-    const std::int32_t older = a < b ? a : b;
-    const std::int32_t younger = a < b ? b : a;
-    parents[younger] = older;
+    while (parents[label] != label) {
+        parents[label] = parents[parents[label]];
+        label = parents[label];
+    }
+    return label;
+}
+
+// Joins a run of this row, whose label is a root or none, with one of the row above.
+HWY_INLINE void join(std::uint32_t* parents, std::uint32_t& above, std::uint32_t& here)
+{
+    const std::uint32_t a = rootOf(parents, above);
+    const std::uint32_t b = kernels::labelOr(here, a);
+    const std::uint32_t older = a < b ? a : b;
+    parents[a < b ? b : a] = older;
+    above = older;
+    here = older;
+}
+
+// Calls take(i, bit) for the set bits of a word in order, and up to three times more with bit 64: four at
+// once, since the number of bits is hard to predict. Returns the number of bits.
+template <class Take>
+HWY_INLINE std::int32_t forEachBit(std::uint64_t word, Take&& take)
+{
+    const std::int32_t count = std::popcount(word);
+    for (std::int32_t i = 0; i < count; i += 4)
+        for (std::int32_t k = i; k < i + 4; ++k, word &= word - 1)
+            take(k, std::countr_zero(word));
+    return count;
 }
 
 // Bits up to and including the lowest set one.
@@ -102,10 +118,10 @@ void packLevels(const GrayRows& gray, std::uint8_t low, std::uint8_t high, std::
     }
 }
 
-std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::int32_t run,
-                     const RunTable& table)
+std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::uint32_t* parents)
 {
-    std::int32_t end = run; // the number of the next run to end
+    std::int32_t run = 0; // the next to start
+    std::int32_t end = 0; // the next to end
     std::uint64_t carried = 0, carriedContact = 0;
     for (std::size_t w = 0; w < words; ++w) {
         const std::uint64_t objects = row.objects[w];
@@ -120,12 +136,11 @@ std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, 
         row.starts[w] = starts;
         row.firstRun[w] = run;
         const std::int32_t firstRun = run;
-        for (std::uint64_t rest = starts; rest != 0; rest &= rest - 1, ++run) {
-            table.begins[run] = column + std::countr_zero(rest);
-            table.parents[run] = run;
-        }
-        for (std::uint64_t rest = lasts; rest != 0; rest &= rest - 1)
-            table.ends[end++] = column + std::countr_zero(rest) + 1;
+        run += forEachBit(starts, [&](std::int32_t i, int bit) {
+            row.begins[firstRun + i] = column + bit;
+            row.labels[firstRun + i] = kernels::noLabel;
+        });
+        end += forEachBit(lasts, [&](std::int32_t i, int bit) { row.ends[end + i] = column + bit + 1; });
 
         // Every run of contact pixels lies within one run of this row and one of the row above.
         const std::uint64_t contact = objects & above.objects[w];
@@ -135,7 +150,7 @@ std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, 
             const std::uint64_t upTo = upToLowest(contacts);
             const std::int32_t here = firstRun + std::popcount(starts & upTo) - 1;
             const std::int32_t there = above.firstRun[w] + std::popcount(above.starts[w] & upTo) - 1;
-            unite(table.parents, there, here);
+            join(parents, above.labels[there], row.labels[here]);
         }
     }
     return run;
@@ -156,10 +171,9 @@ void packLevels(const GrayRows& gray, std::uint8_t low, std::uint8_t high, std::
     ORMALUX_SIMD_CALL(packLevels)(gray, low, high, words, wordStride);
 }
 
-std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::int32_t run,
-                     const RunTable& table)
+std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::uint32_t* parents)
 {
-    return ORMALUX_SIMD_CALL(joinRow)(above, row, words, run, table);
+    return ORMALUX_SIMD_CALL(joinRow)(above, row, words, parents);
 }
 
 } // namespace ormalux::kernels

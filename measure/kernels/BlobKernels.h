@@ -20,27 +20,33 @@ struct GrayRows
 void packLevels(const GrayRows& gray, std::uint8_t low, std::uint8_t high, std::uint64_t* words,
                 std::size_t wordStride);
 
-/// A row of packed object pixels with its runs. objects has one word more than the row, which is 0.
+/// A row of packed object pixels with its runs, numbered from 0.
 struct RunRow
 {
-    std::uint64_t* objects;
-    std::uint64_t* starts; ///< the first pixel of every run; undefined where objects has no bit
-    std::int32_t*
-        firstRun; ///< the number of the first run that starts in the word or behind it; undefined there
+    std::uint64_t* objects; ///< one word more than the row, which is 0
+    std::uint64_t* starts;  ///< the first pixel of every run; undefined in words without objects
+    std::int32_t* firstRun; ///< the first run that starts in the word or behind it; undefined there
+    std::int32_t* begins;   ///< by run: first column
+    std::int32_t* ends;     ///< by run: behind the last column
+    std::uint32_t* labels;  ///< by run: a label of its blob
 };
 
-/// Where runs are written, by their number in scan order.
-struct RunTable
+/// What a run has that touches no run above it.
+inline constexpr std::uint32_t noLabel = UINT32_MAX;
+
+/// The label, or the other one for noLabel; compilers turn the plain choice into a branch that nothing
+/// predicts.
+inline std::uint32_t labelOr(std::uint32_t label, std::uint32_t other)
 {
-    std::int32_t* begins;  ///< first column
-    std::int32_t* ends;    ///< behind the last column
-    std::int32_t* parents; ///< a run of the same blob with a smaller number, or the run itself
-};
+    return label ^ ((label ^ other) & (0 - (label >> 31)));
+}
 
-/// Numbers the runs of a row from run on, fills row.starts and row.firstRun, and unites every run with those
-/// that it touches in the row above. Every set is rooted at its smallest number. The table needs room for all
-/// runs of the row and 64 entries more. Returns the number behind the last run.
-std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::int32_t run,
-                     const RunTable& table);
+/// Room that the arrays by run need beyond the most runs that a row can have.
+inline constexpr std::size_t runSlack = 4;
+
+/// Finds the runs of a row. A run that touches runs in the row above gets the smallest of their labels, and
+/// the labels of all of them become one set: parents leads from every label to a smaller one of its set, or
+/// to itself at the smallest. Other runs get noLabel. Returns the number of runs.
+std::int32_t joinRow(const RunRow& above, const RunRow& row, std::size_t words, std::uint32_t* parents);
 
 } // namespace ormalux::kernels
