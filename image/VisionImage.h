@@ -222,16 +222,36 @@ public:
     void RotateVertFlip();
 
     // Blobs (measure/VisionImageBlob.cpp)
+    //
+    // A blob is a 4-connected set of object pixels. Those whose extents in pixels lie within the limits, both
+    // ends included, are appended in the order of their first pixels in scan order; the array is not cleared.
+    // Each returns the array's count, or 0 for an image without buffer or when memory is short (nothing is
+    // appended then).
+    //
+    // Deliberate: every further pixel of a blob is tried once more and found to stand alone, so a minimum of
+    // 1 x 1 appends a record of one pixel for each; callers who want blobs only ask for at least 2.
+    //
+    // Regions: left and top below 0 become 0; right and bottom lie outside the region, and below 0 or beyond
+    // the image they become its edge; a reversed region finds nothing. Deliberate: an object pixel directly
+    // left of or above the region counts for the blob that it touches, though it does not widen its
+    // rectangle.
 
+    /// Objects: pixels equal to value.
     int GetBlobList(int value, long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
+    /// Objects: pixels above the threshold (color 255) or not above it (0); another colour finds nothing.
     int GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
                     CBlobRectArray& result) const;
+    /// The same within a region.
     int GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
                     long max_w, long min_h, long max_h, CBlobRectArray& result) const;
+    /// Pixels equal to value within a region.
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CBlobRectArray& result) const;
+    /// The pixels of each blob, in the order of a depth-first walk from its first pixel that tries left,
+    /// right, up and down; pixels that count from outside the region are listed where they are.
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CPointArrayArray& result) const;
+    /// Objects: pixels with low <= p <= high.
     int GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w, long min_h,
                              long max_h, CBlobRectArray& result) const;
 
@@ -327,16 +347,36 @@ public:
                      _stLineGaugeResult& result) const;
 
     // Matching (match/VisionImageMatch.cpp)
+    //
+    // A source is laid on the top left corner of a candidate box w x h. Black and white hits are the source's
+    // pixels of 0 and 255 that equal the box's, binarised (p > threshold is white). All in single precision:
+    //   black_yield = hits / black_count, or 1 for a count of 0, times the smaller over the larger of the
+    //   areas w x h and width x height; white_yield likewise; their average orders results.
+    // The result array is not cleared; new results leave the threshold of the slot that they take as it was.
 
+    /// Scores the first source on every blob of its key's colour whose extents differ by at most 10 from its
+    /// own, and appends all in the order of the blob search. Coordinates are relative to the area's top left
+    /// corner; an area that leaves the image means the whole image. Without sources, one of zeros is used.
+    /// Returns the array's count; 0, with nothing appended, for more than one source or no candidate.
     int Match(int left, int top, int right, int bottom, int threshold, CMatchSrcArray& sources,
               CMatchResultArray& results) const;
+    /// The same over the whole image.
     int Match(int threshold, CMatchSrcArray& sources, CMatchResultArray& results) const;
+    /// For every threshold from low to high that has a candidate, appends the best (the last of equals) with
+    /// its threshold, in their order. Thresholds beyond the gray levels all find the same: of those below 0
+    /// and of those above 255 at most 2^20 are appended, the ones nearest to the levels. Returns the array's
+    /// count.
     int MatchThresholdRange(int left, int top, int right, int bottom, int low, int high,
                             CMatchSrcArray& sources, CMatchResultArray& results) const;
+    /// For every dark blob of the given extents, both ends included, appends the source that agrees best (the
+    /// last of equals): key is the character read. Returns the array's count, 0 without a blob. Without
+    /// sources nothing is appended.
     int OcrMatch(int threshold, int min_width, int max_width, int min_height, int max_height,
                  CMatchSrcArray& sources, CMatchResultArray& results) const;
+    /// The same within a region, whose corners are those of GetBlobList: right and bottom lie outside.
     int OcrMatch(int left, int top, int right, int bottom, int threshold, int min_width, int max_width,
                  int min_height, int max_height, CMatchSrcArray& sources, CMatchResultArray& results) const;
+    /// Reads the boxes of the list, in its order. A box that leaves the image gives no result.
     int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
                  CMatchResultArray& results) const;
 
