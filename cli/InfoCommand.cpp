@@ -20,7 +20,7 @@ Findings describe(const std::string& file)
         ++darkest;
     while (histogram[brightest] == 0)
         --brightest;
-    Findings findings{file};
+    Findings findings{file, {}, {}, {}};
     findings.facts = {{"width", picture.image.GetWidth()},
                       {"height", picture.image.GetHeight()},
                       {"kind", !picture.color.IsEmpty() ? "colour" : "gray"},

@@ -97,7 +97,7 @@ int show(const ShowOptions& options)
             continue;
         }
         const _stMatchSource& source = sources[0];
-        Findings findings{file};
+        Findings findings{file, {}, {}, {}};
         findings.facts = {{"key", keyText(source.key)},  {"width", source.width},
                           {"height", source.height},     {"threshold", source.threshold},
                           {"black", source.black_count}, {"white", source.white_count}};

@@ -28,7 +28,7 @@ Findings binarise(const Options& options, const std::string& file)
     if (!options.region.empty())
         image.SetROIPlacement(regionWithin(image, file, parseRegion(options.region)));
 
-    Findings findings{file};
+    Findings findings{file, {}, {}, {}};
     findings.facts["output"] = output;
     if (options.adaptive >= 0) {
         image.AdaptiveThreshold(static_cast<unsigned char>(options.adaptive));
