@@ -1,0 +1,209 @@
+#!/usr/bin/env python3
+"""cli_test.py ORMALUX: runs the command line as an operator does, on pictures drawn here."""
+import json
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = None
+
+
+def bmp(width, height, pixel, bits=8, rows_top_down=False):
+    """A BMP file; pixel(x, y) gives a gray level or (blue, green, red)."""
+    row_bytes = (width * bits // 8 + 3) // 4 * 4
+    body = bytearray()
+    for y in range(height) if rows_top_down else range(height - 1, -1, -1):
+        row = bytearray()
+        for x in range(width):
+            value = pixel(x, y)
+            row += bytes([value]) if bits == 8 else bytes(value)
+        body += row.ljust(row_bytes, b"\0")
+    palette = b"".join(bytes([i, i, i, 0]) for i in range(256)) if bits == 8 else b""
+    offset = 54 + len(palette)
+    head = b"BM" + struct.pack("<IHHI", offset + len(body), 0, 0, offset)
+    info = struct.pack("<IiiHHIIiiII", 40, width, -height if rows_top_down else height, 1, bits, 0, len(body), 0, 0,
+                       256 if bits == 8 else 0, 0)
+    return head + info + palette + bytes(body)
+
+
+def parts(x, y):
+    """Two bright squares of 10 x 10 and one of 16 x 12 on a dark ground."""
+    for left, top, width, height in ((5, 6, 10, 10), (40, 20, 10, 10), (70, 8, 16, 12)):
+        if left <= x < left + width and top <= y < top + height:
+            return 210
+    return 30
+
+
+class CommandLine(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="ormalux-cli-"))
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.picture = self.write("parts.bmp", bmp(101, 47, parts))  # a width that needs padding
+
+    def write(self, name, data):
+        path = self.folder / name
+        path.write_bytes(data)
+        return str(path)
+
+    def run_program(self, *arguments, code=0):
+        done = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, timeout=120,
+                              cwd=self.folder, check=False)
+        self.assertEqual(done.returncode, code, f"{arguments}\n{done.stdout}\n{done.stderr}")
+        return done
+
+    def blobs(self, picture, *options, code=0):
+        return json.loads(self.run_program("blobs", picture, "--json", *options, code=code).stdout)
+
+    def boxes(self, picture, *options):
+        return [(b["left"], b["top"], b["right"], b["bottom"]) for b in self.blobs(picture, *options)["blobs"]]
+
+    expected = [(5, 6, 14, 15), (70, 8, 85, 19), (40, 20, 49, 29)]
+
+    def test_every_kind_of_bmp_is_read_right(self):
+        self.assertEqual(self.boxes(self.picture, "-t", "100"), self.expected)
+        top_down = self.write("top.bmp", bmp(101, 47, parts, rows_top_down=True))
+        color = self.write("color.bmp", bmp(101, 47, lambda x, y: (parts(x, y),) * 3, bits=24))
+        korean = self.write("검사 부품.bmp", bmp(101, 47, parts))
+        for picture in (top_down, color, korean):
+            self.assertEqual(self.boxes(picture, "-t", "100"), self.expected, picture)
+
+    def test_options_are_what_they_say(self):
+        self.assertEqual(self.boxes(self.picture, "-t", "100", "--min-size", "11x11"), [(70, 8, 85, 19)])
+        self.assertEqual(self.boxes(self.picture, "-t", "100", "--max-size", "12x12", "--roi", "60,46,0,0"),
+                         [(5, 6, 14, 15), (40, 20, 49, 29)])
+        self.assertEqual(self.boxes(self.picture, "-t", "100", "--sort", "left"), sorted(self.expected))
+        self.assertEqual(self.boxes(self.picture, "-t", "100", "--object", "black"), [(0, 0, 100, 46)])
+        # The region's last column and row belong to it.
+        self.assertEqual(self.boxes(self.picture, "-t", "100", "--roi", "5,6,14,15"), [(5, 6, 14, 15)])
+
+    def test_output_forms(self):
+        table = self.run_program("blobs", self.picture, "-t", "100").stdout.splitlines()
+        self.assertEqual(table[0], "threshold 100, count 3")
+        self.assertEqual(table[1].split(), ["number", "left", "top", "right", "bottom", "width", "height", "pixels"])
+        self.assertEqual(table[2].split(), ["1", "5", "6", "14", "15", "10", "10", "100"])
+        self.assertEqual(len({len(line) for line in table[1:]}), 1, "the columns are not aligned")
+        csv = self.run_program("blobs", self.picture, self.picture, "-t", "100", "--csv").stdout.splitlines()
+        self.assertEqual(len(csv), 7)
+        self.assertTrue(csv[0].startswith("file,number,left"))
+        lines = self.run_program("blobs", self.picture, self.picture, "-t", "100", "--json").stdout.splitlines()
+        self.assertEqual([json.loads(line)["count"] for line in lines], [3, 3])
+
+    def test_exit_codes_and_messages(self):
+        self.assertEqual(self.blobs(self.picture, "-t", "250", code=1)["count"], 0)
+        whole = bmp(101, 47, parts)
+        bad = {
+            "missing.bmp": None,
+            "cut.bmp": whole[:-100],
+            "head.bmp": whole[:30],
+            "text.bmp": b"not a picture at all",
+            "empty.png": b"",
+            "wild.bmp": whole[:18] + struct.pack("<ii", 2**31 - 1, 2**31 - 1) + whole[26:],
+            "negative.bmp": whole[:18] + struct.pack("<i", -5) + whole[22:],
+        }
+        for name, data in bad.items():
+            if data is not None:
+                self.write(name, data)
+            error = self.run_program("info", name, code=2).stderr
+            self.assertIn(name, error)
+            self.assertEqual(error.count("\n"), 1, error)
+        self.assertIn("irector", self.run_program("info", self.folder / "..", code=2).stderr + "directory")
+        # A picture that cannot be read does not stop the others.
+        done = self.run_program("blobs", "missing.bmp", self.picture, "-t", "100", "--json", code=2)
+        self.assertEqual(json.loads(done.stdout)["count"], 3)
+        for usage in (["blobs"], ["blobs", self.picture, "-t", "300"], ["blobs", self.picture, "--roi", "1,2,3"],
+                      ["nothing"], ["blobs", self.picture, "--roi", "0,0,500,500"], [],
+                      ["blobs", self.picture, "--min-size", "0x2"], ["match", self.picture, "-s", "none.mcs"]):
+            self.assertTrue(self.run_program(*usage, code=2).stderr, usage)
+
+    def test_outputs_are_written_whole_or_not_at_all(self):
+        self.run_program("threshold", self.picture, "-t", "100", "-o", "검사.png")
+        self.assertEqual(self.boxes("검사.png", "-t", "100"), self.expected)
+        self.run_program("threshold", self.picture, "-t", "100", "-o", "a.bmp")
+        self.assertEqual(self.boxes("a.bmp", "-t", "100"), self.expected)
+        before = sorted(os.listdir(self.folder))
+        for target in ("no/such/folder/a.png", ".", "a.unknown"):
+            error = self.run_program("threshold", self.picture, "-o", target, code=2).stderr
+            self.assertIn(target, error)
+        self.run_program("threshold", self.picture, self.picture, "-o", "one.png", code=2)
+        self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+    def test_cut_show_match_and_annotate(self):
+        self.run_program("source", "cut", self.picture, "--roi", "5,6,14,15", "-t", "100", "--object", "white", "-o", "p.mcs")
+        self.assertEqual((self.folder / "p.mcs").read_bytes(), b"\xff" + struct.pack("<5i", 0, 100, 100, 10, 10) + b"\xff" * 100)
+        shown = self.run_program("source", "show", "p.mcs").stdout
+        self.assertIn("#" * 10, shown)
+        found = json.loads(self.run_program("match", self.picture, "-s", "p.mcs", "-t", "90..110", "--min-yield", "0.9",
+                                            "--annotate", "m.png", "--json").stdout)
+        self.assertEqual([(p["left"], p["top"]) for p in found["parts"]], [(5, 6), (40, 20)])
+        self.assertTrue(all(p["yield"] == 1.0 for p in found["parts"]))
+        self.assertGreater((self.folder / "m.png").stat().st_size, 200)
+        per_level = json.loads(self.run_program("match", self.picture, "-s", "p.mcs", "-t", "90..110", "--list", "thresholds",
+                                                "--json").stdout)
+        self.assertEqual(sorted(p["threshold"] for p in per_level["parts"]), list(range(90, 111)))
+        for bad in (b"", b"\xff" * 20, b"\xff" + struct.pack("<5i", 0, 0, 0, -3, 10), b"\xff" + struct.pack("<5i", 0, 0, 0, 9, 9)):
+            self.write("bad.mcs", bad)
+            self.assertIn("bad.mcs", self.run_program("match", self.picture, "-s", "bad.mcs", code=2).stderr)
+            self.assertIn("bad.mcs", self.run_program("source", "show", "bad.mcs", code=2).stderr)
+
+    def test_a_chain_and_a_plane(self):
+        self.run_program("process", self.picture, "-o", "out.bmp", "light:20,10", "gassian3x3", "threshold:auto", "crop:0,0,59,46")
+        self.assertEqual(len(self.boxes("out.bmp", "-t", "100")), 2)
+        for chain, named in ((["light:20"], "contrast"), (["light:999,0"], "brightness"), (["nosuch"], "nosuch"),
+                             (["blobs"], "blobs"), (["invert:1"], "step 1 (invert)"), (["crop:0,0,500,5"], "leaves")):
+            self.assertIn(named, self.run_program("process", self.picture, "-o", "x.bmp", *chain, code=2).stderr)
+        color = self.write("c.bmp", bmp(7, 3, lambda x, y: (10, 20, 30 + x), bits=24))
+        self.run_program("plane", color, "-c", "R", "-o", "r.bmp")
+        levels = json.loads(self.run_program("histogram", "r.bmp", "--json").stdout)["levels"]
+        self.assertEqual([(level["level"], level["count"]) for level in levels], [(30 + x, 3) for x in range(7)])
+
+    def test_gauges_and_samples(self):
+        point = json.loads(self.run_program("gauge", "point", self.picture, "--line", "0,10,30,10", "-t", "100", "--json").stdout)
+        self.assertEqual([(e["x"], e["contrast"]) for e in point["edges"]], [(5, 180.0)])
+        line = json.loads(self.run_program("gauge", "line", self.picture, "--box", "0,7,12,14", "--json").stdout)
+        self.assertEqual(line["lines"][0]["center_x"], 5)
+        sample = json.loads(self.run_program("sample", self.picture, "--at", "0,10,9,10", "--levels", "100..255", "--json").stdout)
+        self.assertEqual([p["x"] for p in sample["pixels"]], list(range(5, 10)))
+
+    def test_recipes(self):
+        self.run_program("recipe", "init", "r.json")
+        self.run_program("recipe", "init", "r.json", code=2)
+        self.run_program("recipe", "check", "r.json")
+        self.assertTrue(json.loads(self.run_program("recipe", "schema").stdout)["properties"]["steps"])
+        self.run_program("source", "cut", self.picture, "--roi", "5,6,14,15", "-t", "100", "--object", "white", "-o", "p.mcs")
+        steps = [{"step": "blobs", "threshold": 100}, {"step": "match", "source": "p.mcs", "threshold": "90..99"}]
+        recipe = self.write("two.json", json.dumps({"steps": steps}).encode())
+        pictures = self.folder / "pictures"
+        pictures.mkdir()
+        for i in range(7):
+            shutil.copy(self.picture, pictures / f"{i}.bmp")
+        one = self.run_program("run", recipe, pictures, "-j", "1").stdout
+        self.assertEqual(len(one.splitlines()), 7)
+        self.assertEqual(one, self.run_program("run", recipe, pictures, "-j", "3").stdout)
+        shards = [self.run_program("run", recipe, pictures, "--shard", f"{i}/3").stdout.splitlines() for i in range(3)]
+        self.assertEqual(sorted(one.splitlines()), sorted(line for shard in shards for line in shard))
+        first = json.loads(one.splitlines()[0])
+        self.assertEqual([step["count"] for step in first["steps"]], [3, 2])
+        self.write("pictures/zz.bmp", b"broken")
+        done = self.run_program("run", recipe, pictures, code=2)
+        self.assertEqual(len(done.stdout.splitlines()), 8)
+        for text, named in ((b"{", "JSON"), (b"[]", "steps"), (b'{"steps":[]}', "at least one"),
+                            (b'{"steps":[{"step":"nosuch"}]}', "nosuch"),
+                            (b'{"steps":[{"step":"invert"},{"step":"blobs","min_size":"0x1"}]}', "step 2 (blobs): min_size"),
+                            (b'{"steps":[{"step":"blobs","colour":1}]}', "colour"),
+                            (b'{"steps":[{"step":"light","brightness":1.5,"contrast":0}]}', "brightness")):
+            self.assertIn(named, self.run_program("recipe", "check", self.write("bad.json", text), code=2).stderr)
+
+    def test_help_is_enough(self):
+        for words in ([], ["blobs"], ["match"], ["source", "cut"], ["process"], ["run"], ["recipe"], ["gauge", "line"], ["ocr"]):
+            text = self.run_program(*words, "--help").stdout
+            self.assertIn("--help", text)
+
+
+if __name__ == "__main__":
+    PROGRAM = sys.argv.pop(1)
+    unittest.main(verbosity=1)
