@@ -45,6 +45,17 @@ void loadPicture(const std::string& file, Workpiece& work)
         throw InputError(file + ": too little memory for " + sizeText(picture.width, picture.height));
 }
 
+int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,
+            const std::string& file)
+{
+    if (!choice.automatic)
+        return choice.low;
+    const long level = image.GetAutoThreshold(region.left, region.top, region.right, region.bottom, 'A', 1);
+    if (level == 0)
+        throw InputError(file + ": no rising edges to set a threshold by; give one with --threshold");
+    return int(level);
+}
+
 void savePicture(const std::string& name, const CKestImage& image)
 {
     std::string error;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/Values.h"
 #include "image/VisionImage.h"
 
 #include <CLI/CLI.hpp>
@@ -23,6 +24,11 @@ void loadPicture(const std::string& file, Workpiece& work);
 
 /// The region as it is when it lies inside the picture; throws InputError when it does not.
 RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region);
+
+/// The level that a choice stands for in the region: the automatic one, or the one given. Throws InputError
+/// when the region has no rising edges to set a threshold by.
+int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,
+            const std::string& file);
 
 /// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
 void savePicture(const std::string& name, const CKestImage& image);

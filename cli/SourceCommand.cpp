@@ -53,16 +53,16 @@ int cut(const CutOptions& options)
     Workpiece picture;
     loadPicture(options.picture, picture);
     const RECT region = regionWithin(picture.image, options.picture, parseRegion(options.region));
+    const int threshold =
+        levelOf(parsePlainThreshold(options.threshold), picture.image, region, options.picture);
     picture.image.SetROIPlacement(region);
-    const ThresholdChoice choice = parsePlainThreshold(options.threshold);
-    const long threshold = choice.automatic ? picture.image.GetAutoThreshold('A', 1) : choice.low;
-    picture.image.Threshold(int(threshold));
+    picture.image.Threshold(threshold);
 
     std::vector<std::uint8_t> pixels(picture.image.view().pixels,
                                      picture.image.view().pixels + picture.image.GetImageLen());
     _stMatchSource source{};
     source.key = static_cast<unsigned char>(key);
-    source.threshold = LONG(threshold);
+    source.threshold = threshold;
     source.black_count = LONG(picture.image.GetGrayLevelCount(0));
     source.white_count = LONG(picture.image.GetGrayLevelCount(255));
     source.width = picture.image.GetWidth();
@@ -70,7 +70,7 @@ int cut(const CutOptions& options)
     source.data = pixels.data();
     if (!writeMatchSource(options.output.c_str(), source))
         throw InputError(options.output + ": cannot be written");
-    std::printf("%s: %d x %d, threshold %ld, %d black, %d white\n", options.output.c_str(), int(source.width),
+    std::printf("%s: %d x %d, threshold %d, %d black, %d white\n", options.output.c_str(), int(source.width),
                 int(source.height), threshold, int(source.black_count), int(source.white_count));
     return Done;
 }

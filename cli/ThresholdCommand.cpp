@@ -39,8 +39,9 @@ Findings binarise(const Options& options, const std::string& file)
             image.DoubleThreshold(choice.high, choice.low, 255);
             findings.facts["threshold"] = options.threshold;
         } else {
-            const long level = choice.automatic ? image.GetAutoThreshold('A', 1) : choice.low;
-            image.Threshold(int(level));
+            const RECT whole{0, 0, image.GetWidth() - 1, image.GetHeight() - 1};
+            const int level = levelOf(choice, image, whole, file);
+            image.Threshold(level);
             findings.facts["threshold"] = level;
         }
     }

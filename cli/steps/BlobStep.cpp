@@ -22,16 +22,15 @@ const std::map<std::string, void (CBlobRectArray::*)()> sorts{
 void findBlobs(Workpiece& work, const Json& arguments)
 {
     const RECT r = work.region(arguments);
-    const ThresholdChoice choice = parseThreshold(arguments.at("threshold").get<std::string>());
-    const long threshold =
-        choice.automatic ? work.image.GetAutoThreshold(r.left, r.top, r.right, r.bottom, 'A', 1) : choice.low;
+    const int threshold =
+        levelOf(parseThreshold(arguments.at("threshold").get<std::string>()), work.image, r, work.file);
     const SIZE smallest = parseSize(arguments.at("min_size").get<std::string>());
     const SIZE largest = arguments.contains("max_size")
                              ? parseSize(arguments.at("max_size").get<std::string>())
                              : SIZE{INT_MAX, INT_MAX};
     CBlobRectArray blobs;
     // The search takes the region with its right and bottom exclusive.
-    work.image.GetBlobList(r.left, r.top, r.right + 1, r.bottom + 1, int(threshold),
+    work.image.GetBlobList(r.left, r.top, r.right + 1, r.bottom + 1, threshold,
                            parseObject(arguments.at("object").get<std::string>()), smallest.cx, largest.cx,
                            smallest.cy, largest.cy, blobs);
     if (const auto sort = sorts.at(arguments.at("sort").get<std::string>()))

@@ -18,7 +18,7 @@ void threshold(Workpiece& work, const Json& arguments)
     if (choice.range())
         work.image.DoubleThreshold(choice.high, choice.low, 255);
     else
-        work.image.Threshold(choice.automatic ? int(work.image.GetAutoThreshold('A', 1)) : choice.low);
+        work.image.Threshold(levelOf(choice, work.image, work.region(Json::object()), work.file));
 }
 
 Parameter whole(const char* name, double low, double high, const char* help)

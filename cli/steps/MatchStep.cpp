@@ -70,9 +70,8 @@ void findParts(Workpiece& work, const Json& arguments)
     request.region = work.region(arguments);
     request.threshold = parseThreshold(arguments.at("threshold").get<std::string>());
     request.perThreshold = arguments.at("list").get<std::string>() == "thresholds";
-    if (request.threshold.automatic) {
-        const RECT& r = request.region;
-        const int level = int(work.image.GetAutoThreshold(r.left, r.top, r.right, r.bottom, 'A', 1));
+    if (!request.threshold.range()) {
+        const int level = levelOf(request.threshold, work.image, request.region, work.file);
         request.threshold = {false, level, level};
     }
     const double minimum = arguments.at("min_yield").get<double>();
@@ -125,13 +124,12 @@ void readCharacters(Workpiece& work, const Json& arguments)
 {
     CMatchSrcArray sources = loadSources(sourceFiles(work, arguments.at("source"), ".ocs"));
     const RECT r = work.region(arguments);
-    const ThresholdChoice choice = parseThreshold(arguments.at("threshold").get<std::string>());
-    const long threshold =
-        choice.automatic ? work.image.GetAutoThreshold(r.left, r.top, r.right, r.bottom, 'A', 1) : choice.low;
+    const int threshold =
+        levelOf(parseThreshold(arguments.at("threshold").get<std::string>()), work.image, r, work.file);
     const SIZE smallest = parseSize(arguments.at("min_size").get<std::string>());
     const SIZE largest = parseSize(arguments.at("max_size").get<std::string>());
     CMatchResultArray results;
-    work.image.OcrMatch(r.left, r.top, r.right + 1, r.bottom + 1, int(threshold), smallest.cx, largest.cx,
+    work.image.OcrMatch(r.left, r.top, r.right + 1, r.bottom + 1, threshold, smallest.cx, largest.cx,
                         smallest.cy, largest.cy, sources, results);
     const double minimum = arguments.at("min_yield").get<double>();
 

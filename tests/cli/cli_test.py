@@ -111,7 +111,11 @@ class CommandLine(unittest.TestCase):
             error = self.run_program("info", name, code=2).stderr
             self.assertIn(name, error)
             self.assertEqual(error.count("\n"), 1, error)
-        self.assertIn("irector", self.run_program("info", self.folder / "..", code=2).stderr + "directory")
+        (self.folder / "none").mkdir()
+        self.assertIn("no pictures", self.run_program("info", "none", code=2).stderr)
+        self.assertIn("directory", self.run_program("threshold", self.picture, "-o", "none", code=2).stderr)
+        # Two flat levels have no rising edges to set a threshold by.
+        self.assertIn("threshold", self.run_program("blobs", self.picture, code=2).stderr)
         # A picture that cannot be read does not stop the others.
         done = self.run_program("blobs", "missing.bmp", self.picture, "-t", "100", "--json", code=2)
         self.assertEqual(json.loads(done.stdout)["count"], 3)
@@ -151,7 +155,7 @@ class CommandLine(unittest.TestCase):
             self.assertIn("bad.mcs", self.run_program("source", "show", "bad.mcs", code=2).stderr)
 
     def test_a_chain_and_a_plane(self):
-        self.run_program("process", self.picture, "-o", "out.bmp", "light:20,10", "gassian3x3", "threshold:auto", "crop:0,0,59,46")
+        self.run_program("process", self.picture, "-o", "out.bmp", "light:20,10", "gassian3x3", "threshold:120", "crop:0,0,59,46")
         self.assertEqual(len(self.boxes("out.bmp", "-t", "100")), 2)
         for chain, named in ((["light:20"], "contrast"), (["light:999,0"], "brightness"), (["nosuch"], "nosuch"),
                              (["blobs"], "blobs"), (["invert:1"], "step 1 (invert)"), (["crop:0,0,500,5"], "leaves")):
@@ -164,7 +168,7 @@ class CommandLine(unittest.TestCase):
     def test_gauges_and_samples(self):
         point = json.loads(self.run_program("gauge", "point", self.picture, "--line", "0,10,30,10", "-t", "100", "--json").stdout)
         self.assertEqual([(e["x"], e["contrast"]) for e in point["edges"]], [(5, 180.0)])
-        line = json.loads(self.run_program("gauge", "line", self.picture, "--box", "0,7,12,14", "--json").stdout)
+        line = json.loads(self.run_program("gauge", "line", self.picture, "--box", "0,7,12,14", "-t", "100", "--json").stdout)
         self.assertEqual(line["lines"][0]["center_x"], 5)
         sample = json.loads(self.run_program("sample", self.picture, "--at", "0,10,9,10", "--levels", "100..255", "--json").stdout)
         self.assertEqual([p["x"] for p in sample["pixels"]], list(range(5, 10)))
@@ -175,7 +179,7 @@ class CommandLine(unittest.TestCase):
         self.run_program("recipe", "check", "r.json")
         self.assertTrue(json.loads(self.run_program("recipe", "schema").stdout)["properties"]["steps"])
         self.run_program("source", "cut", self.picture, "--roi", "5,6,14,15", "-t", "100", "--object", "white", "-o", "p.mcs")
-        steps = [{"step": "blobs", "threshold": 100}, {"step": "match", "source": "p.mcs", "threshold": "90..99"}]
+        steps = [{"step": "blobs", "threshold": 100}, {"step": "match", "source": "p.mcs", "threshold": "90..99", "min_yield": 0.9}]
         recipe = self.write("two.json", json.dumps({"steps": steps}).encode())
         pictures = self.folder / "pictures"
         pictures.mkdir()
