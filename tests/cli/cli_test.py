@@ -113,7 +113,7 @@ class CommandLine(unittest.TestCase):
             self.assertEqual(error.count("\n"), 1, error)
         (self.folder / "none").mkdir()
         self.assertIn("no pictures", self.run_program("info", "none", code=2).stderr)
-        self.assertIn("directory", self.run_program("threshold", self.picture, "-o", "none", code=2).stderr)
+        self.assertIn("directory", self.run_program("threshold", self.picture, "-t", "100", "-o", "none", code=2).stderr)
         # Two flat levels have no rising edges to set a threshold by.
         self.assertIn("threshold", self.run_program("blobs", self.picture, code=2).stderr)
         # A picture that cannot be read does not stop the others.
@@ -131,9 +131,9 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(self.boxes("a.bmp", "-t", "100"), self.expected)
         before = sorted(os.listdir(self.folder))
         for target in ("no/such/folder/a.png", ".", "a.unknown"):
-            error = self.run_program("threshold", self.picture, "-o", target, code=2).stderr
+            error = self.run_program("threshold", self.picture, "-t", "100", "-o", target, code=2).stderr
             self.assertIn(target, error)
-        self.run_program("threshold", self.picture, self.picture, "-o", "one.png", code=2)
+        self.run_program("threshold", self.picture, self.picture, "-t", "100", "-o", "one.png", code=2)
         self.assertEqual(sorted(os.listdir(self.folder)), before)
 
     def test_cut_show_match_and_annotate(self):
