@@ -31,22 +31,35 @@ fetch() {
 show() { printf '\n$ %s\n' "$*"; "$@"; }
 
 if fetch; then
+    real=yes
     board=$work/board.jpg
-    part=(--roi 251,204,277,231 --object white)
-    range=90..200
-    blobs=("$work/detect_blob.png" --threshold 40 --object white --min-size 10x10 --sort left)
+    part=(--roi 252,207,272,226 --threshold 145)
+    agree=0.7
+    blobs=("$work/detect_blob.png" --threshold 20 --max-size 400x400)
 else
-    echo "The pictures of opencv-doc cannot be fetched; using a board drawn by our own program instead."
+    real=no
+    echo "The pictures of opencv-doc cannot be fetched; a board drawn by our own program stands in for them."
     build/release/demo/ormalux-draw-board "$work/drawn-board.png"
     board=$work/drawn-board.png
-    part=(--roi 256,236,288,268 --object white)
-    range=90..200
-    blobs=("$board" --threshold 170 --object white --min-size 8x8 --sort left)
+    part=(--roi 255,235,288,268 --threshold 140)
+    agree=0.8
+    blobs=("$board" --threshold 170)
 fi
 
 show "$ormalux" info "$board"
-show "$ormalux" source cut "$board" "${part[@]}" --threshold 128 -o "$work/part.mcs"
+show "$ormalux" source cut "$board" "${part[@]}" --object white -o "$work/part.mcs"
 show "$ormalux" source show "$work/part.mcs"
-show "$ormalux" match "$board" --source "$work/part.mcs" --threshold "$range" --min-yield 0.75 --annotate "$work/parts.png"
-show "$ormalux" blobs "${blobs[@]}" --annotate "$work/blobs.png"
-printf '\nLook at %s and %s: the boxes sit on the parts.\n' "$work/parts.png" "$work/blobs.png"
+show "$ormalux" match "$board" --source "$work/part.mcs" --threshold 90..200 --min-yield "$agree" \
+    --annotate "$work/parts.png"
+show "$ormalux" blobs "${blobs[@]}" --object white --min-size 10x10 --sort left --annotate "$work/blobs.png"
+if [ $real = yes ]; then
+    page=$work/imageTextN.png
+    plate=$work/licenseplate_motion.jpg
+    show "$ormalux" blobs "$page" --threshold 128 --object black --min-size 3x6 --max-size 40x40 \
+        --annotate "$work/page.png" | head -4
+    show "$ormalux" gauge point "$plate" --line 300,330,300,470 --polarity bright-dark --annotate "$work/plate-points.png"
+    show "$ormalux" gauge line "$plate" --box 60,380,540,450 --direction horizontal --polarity bright-dark \
+        --annotate "$work/plate-line.png"
+    show build/release/demo/ormalux-read-digits "$work/digits.png"
+fi
+printf '\nLook at the pictures in %s: the boxes sit on the parts.\n' "$work"

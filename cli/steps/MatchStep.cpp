@@ -93,7 +93,7 @@ void findParts(Workpiece& work, const Json& arguments)
         findings.records.back()["threshold"] = part.threshold;
         char label[32];
         std::snprintf(label, sizeof label, "%d: %.0f %%", number, 100 * yield(part));
-        addLabelledBox(work.shapes, {part.left, part.top, part.right, part.bottom}, RGB(0, 220, 0), label);
+        addLabelledBox(work.shapes, {part.left, part.top, part.right, part.bottom}, RGB(255, 230, 0), label);
     }
     work.findings.push_back(std::move(findings));
 }

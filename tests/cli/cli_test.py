@@ -112,8 +112,9 @@ class CommandLine(unittest.TestCase):
             self.assertIn(name, error)
             self.assertEqual(error.count("\n"), 1, error)
         (self.folder / "none").mkdir()
+        (self.folder / "none.png").mkdir()
         self.assertIn("no pictures", self.run_program("info", "none", code=2).stderr)
-        self.assertIn("directory", self.run_program("threshold", self.picture, "-t", "100", "-o", "none", code=2).stderr)
+        self.assertIn("none.png", self.run_program("threshold", self.picture, "-t", "100", "-o", "none.png", code=2).stderr)
         # Two flat levels have no rising edges to set a threshold by.
         self.assertIn("threshold", self.run_program("blobs", self.picture, code=2).stderr)
         # A picture that cannot be read does not stop the others.
