@@ -20,7 +20,7 @@ constexpr int columns = 100;
 constexpr int rows = 50;
 constexpr int perClass = columns * rows / 10;
 constexpr int sourcesPerClass = 20;
-constexpr int threshold = 127;
+constexpr int threshold = 190;
 
 /// The box around all dark pixels of a cell; empty cells give none.
 bool boxOf(const CKestImage& sheet, int index, _stBlobRect& box)

@@ -41,7 +41,7 @@ else
     echo "The pictures of opencv-doc cannot be fetched; a board drawn by our own program stands in for them."
     build/release/demo/ormalux-draw-board "$work/drawn-board.png"
     board=$work/drawn-board.png
-    part=(--roi 255,235,288,268 --threshold 140)
+    part=(--roi 256,236,287,267 --threshold 140)
     agree=0.8
     blobs=("$board" --threshold 170)
 fi
@@ -58,8 +58,8 @@ if [ $real = yes ]; then
     show "$ormalux" blobs "$page" --threshold 128 --object black --min-size 3x6 --max-size 40x40 \
         --annotate "$work/page.png" | head -4
     show "$ormalux" gauge point "$plate" --line 300,330,300,470 --polarity bright-dark --annotate "$work/plate-points.png"
-    show "$ormalux" gauge line "$plate" --box 60,380,540,450 --direction horizontal --polarity bright-dark \
-        --annotate "$work/plate-line.png"
+    show "$ormalux" gauge line "$board" --box 335,335,385,425 --direction vertical --polarity bright-dark \
+        --annotate "$work/chip-edge.png"
     show build/release/demo/ormalux-read-digits "$work/digits.png"
 fi
 printf '\nLook at the pictures in %s: the boxes sit on the parts.\n' "$work"
