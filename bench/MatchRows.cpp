@@ -12,7 +12,8 @@ namespace {
 
 constexpr int threshold = 120;
 
-/// Parts with soft edges on a dark ground under camera noise, so that every level occurs, and a part as the pattern.
+/// Parts with soft edges on a dark ground under camera noise, so that every level occurs, and a part as the
+/// pattern.
 struct PatternCase
 {
     CKestImage image;

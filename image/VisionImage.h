@@ -169,16 +169,17 @@ public:
 
     // Filters and morphology (image/VisionImageFilter.cpp)
 
-    // The filters correlate: nothing is mirrored, pixels outside the image count as the nearest one inside, every
-    // sum reads unfiltered pixels. Nothing happens when there is too little memory for some rows of scratch.
+    // The filters correlate: nothing is mirrored, pixels outside the image count as the nearest one inside,
+    // every sum reads unfiltered pixels. Nothing happens when there is too little memory for some rows of
+    // scratch.
 
     /// out = clamp(offset + sum / divisor, 0, 255) with sum = the kernel's entries times the neighbours.
     ///
-    /// Entry (row, column) of the size x size entries, row by row, weighs the neighbour at (x + column - size / 2,
-    /// y + row - size / 2); even sizes are taken too. All numbers are signed 32-bit values and wrap as such; the
-    /// division truncates toward 0, a divisor of 0 leaves the sum. With threaded = 1 the rows are spread over the
-    /// workers, else the calling thread does all. Nothing happens without a kernel, or with a size below 1 or
-    /// above 1024.
+    /// Entry (row, column) of the size x size entries, row by row, weighs the neighbour at (x + column - size
+    /// / 2, y + row - size / 2); even sizes are taken too. All numbers are signed 32-bit values and wrap as
+    /// such; the division truncates toward 0, a divisor of 0 leaves the sum. With threaded = 1 the rows are
+    /// spread over the workers, else the calling thread does all. Nothing happens without a kernel, or with a
+    /// size below 1 or above 1024.
     void Filter(long* kernel, long size, long divisor, long offset, int threaded);
     /// (16 p - S) / 7 with p the pixel and S the sum of its 3 x 3 neighbourhood.
     void Sharpen();
@@ -196,9 +197,10 @@ public:
     void Edge();
     /// S - 9 p: bright where a pixel is darker than its neighbours.
     void Laplacian();
-    /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing. Deliberate:
-    /// the scan works in place from the top left, so that the neighbours above and to the left are already eroded
-    /// and a dark pixel spreads through the rest of its row and to the lower right; callers rely on it.
+    /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing.
+    /// Deliberate: the scan works in place from the top left, so that the neighbours above and to the left
+    /// are already eroded and a dark pixel spreads through the rest of its row and to the lower right;
+    /// callers rely on it.
     void Erode();
     /// The same with the maximum.
     void Dilate();
@@ -259,51 +261,56 @@ public:
 
     /// Euclidean distance, truncated; the sum of the squares and its root are rounded to single precision.
     static long Distance(int x1, int y1, int x2, int y2);
-    /// The direction from point 1 to point 2 in degrees, [0, 360): counter-clockwise from the x axis with y taken
-    /// as pointing up, so an upward direction is 90. Equal points: 0.
+    /// The direction from point 1 to point 2 in degrees, [0, 360): counter-clockwise from the x axis with y
+    /// taken as pointing up, so an upward direction is 90. Equal points: 0.
     static double GetAngle(int x1, int y1, int x2, int y2);
-    /// The point turned about (cx, cy), clockwise as seen, angle in degrees; each coordinate is truncated toward 0.
-    /// Coordinates that 32 bits do not hold, or of an angle that is no number, are 0x80000000.
+    /// The point turned about (cx, cy), clockwise as seen, angle in degrees; each coordinate is truncated
+    /// toward 0. Coordinates that 32 bits do not hold, or of an angle that is no number, are 0x80000000.
     static void RotatePoint(int x, int y, double angle, int cx, int cy, int* ox, int* oy);
     /// Deliberate: 1 for points at or left of the left edge and at or above the top edge, else 0.
     static int PtInRectangle(int x1, int y1, int x2, int y2, int px, int py);
-    /// 1 when an odd number of the closed polygon's edges cross the row of p, strictly, to the left of p. Vertices
-    /// on that row never count. Not the rule of CPointArray::PtInPolygon.
+    /// 1 when an odd number of the closed polygon's edges cross the row of p, strictly, to the left of p.
+    /// Vertices on that row never count. Not the rule of CPointArray::PtInPolygon.
     static int PtInPolygon(const POINT* points, unsigned int n, const POINT& p);
-    /// Whether the point lies in the polygon of GetArcSegment from 0 to 359 degrees, by CPointArray::PtInPolygon.
+    /// Whether the point lies in the polygon of GetArcSegment from 0 to 359 degrees, by
+    /// CPointArray::PtInPolygon.
     static int PtInCycle(int cx, int cy, int r, int px, int py);
 
-    // Tracing appends pixels and returns ar.GetCount(). Pixels that 32-bit coordinates do not hold are left out.
-    // Nothing is appended for lines of more than 2^27 pixels, circles with a radius above 2^24, ellipses with a
-    // semi-axis above 2^19 and arcs of more than 2^24 degrees.
+    // Tracing appends pixels and returns ar.GetCount(). Pixels that 32-bit coordinates do not hold are left
+    // out. Nothing is appended for lines of more than 2^27 pixels, circles with a radius above 2^24, ellipses
+    // with a semi-axis above 2^19 and arcs of more than 2^24 degrees.
 
     /// The Bresenham line along its longer axis (y if equal), always toward larger coordinates of that axis.
     static int GetLineSegment(int x1, int y1, int x2, int y2, CPointArray& ar);
-    /// The midpoint circle from its top and bottom on, eight symmetric pixels a step; pixels on axes and diagonals
-    /// are repeated. A negative radius gives nothing.
+    /// The midpoint circle from its top and bottom on, eight symmetric pixels a step; pixels on axes and
+    /// diagonals are repeated. A negative radius gives nothing.
     static int GetCycleSegment(int cx, int cy, int r, CPointArray& ar);
-    /// The midpoint ellipse with the semi-axes a along x and b along y, four symmetric pixels a step: first in x
-    /// from the top and the bottom, then in y from the left and the right. With an axis of 0 one step of four.
+    /// The midpoint ellipse with the semi-axes a along x and b along y, four symmetric pixels a step: first
+    /// in x from the top and the bottom, then in y from the left and the right. With an axis of 0 one step of
+    /// four.
     static int GetEllipseSegment(int cx, int cy, int a, int b, CPointArray& ar);
-    /// The points of whole degrees, clockwise as seen: for every degree behind start the point before it and its
-    /// own, 2 x (end - start) points; nothing unless start < end. Offsets are trunc(r x cos + 0.5), so negative ones
-    /// are rounded differently from positive ones.
+    /// The points of whole degrees, clockwise as seen: for every degree behind start the point before it and
+    /// its own, 2 x (end - start) points; nothing unless start < end. Offsets are trunc(r x cos + 0.5), so
+    /// negative ones are rounded differently from positive ones.
     static int GetArcSegment(int cx, int cy, int r, int start, int end, CPointArray& ar);
-    /// 1 when the lines through the two segments cross at an x within both, ends included; 0 for parallel ones.
+    /// 1 when the lines through the two segments cross at an x within both, ends included; 0 for parallel
+    /// ones.
     static int IntersectLine(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
-    /// Where the traced segments meet: for the pixels p of the first in turn, the first pixel of the second that
-    /// equals p or is its right or upper neighbour. Returns 1, or 0 with x = y = -1 when the segments do not
-    /// intersect, pass through each other diagonally, or have more than 2^27 pixels.
+    /// Where the traced segments meet: for the pixels p of the first in turn, the first pixel of the second
+    /// that equals p or is its right or upper neighbour. Returns 1, or 0 with x = y = -1 when the segments do
+    /// not intersect, pass through each other diagonally, or have more than 2^27 pixels.
     static int GetCrossPoint(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, int& x, int& y);
 
-    // Sampling along shapes (measure/VisionImageSample.cpp). Appends (x, y, level, 0.0) for the pixels of the shapes
-    // above whose level lies in low .. high, in the order of the trace and repeated where the trace repeats them;
-    // returns ar.GetCount(). Pixels outside the image are left out; lines and circles of any size are sampled, and
-    // cost no more than what lies in the image. Coordinates beyond 32 bits give nothing.
+    // Sampling along shapes (measure/VisionImageSample.cpp). Appends (x, y, level, 0.0) for the pixels of the
+    // shapes above whose level lies in low .. high, in the order of the trace and repeated where the trace
+    // repeats them; returns ar.GetCount(). Pixels outside the image are left out; lines and circles of any
+    // size are sampled, and cost no more than what lies in the image. Coordinates beyond 32 bits give
+    // nothing.
 
     int GetLinePixelArray(long x1, long y1, long x2, long y2, unsigned char low, unsigned char high,
                           CPixelArray& ar) const;
-    int GetCyclePixelArray(long cx, long cy, long r, unsigned char low, unsigned char high, CPixelArray& ar) const;
+    int GetCyclePixelArray(long cx, long cy, long r, unsigned char low, unsigned char high,
+                           CPixelArray& ar) const;
     int GetEllipsePixelArray(long cx, long cy, long a, int b, unsigned char low, unsigned char high,
                              CPixelArray& ar) const;
     int GetArcPixelArray(long cx, long cy, long r, int start, int end, unsigned char low, unsigned char high,
@@ -311,36 +318,36 @@ public:
 
     // Gauges (measure/VisionImageGauge.cpp)
 
-    /// Appends the edges along a straight line: every sample at which the profile, bright above the threshold,
-    /// changes as the polarity says, with the contrast to the sample before it as parameter. Returns ar.GetCount(),
-    /// or 0 without a threshold (0).
+    /// Appends the edges along a straight line: every sample at which the profile, bright above the
+    /// threshold, changes as the polarity says, with the contrast to the sample before it as parameter.
+    /// Returns ar.GetCount(), or 0 without a threshold (0).
     ///
-    /// The ends are clamped into the image and ordered: flat lines are walked from left to right, steep ones from top to
-    /// bottom. Deliberate: an exactly vertical or horizontal line is then tilted by a pixel at its far end; samples
-    /// that leave the image by that are dropped. Without a given threshold that of
+    /// The ends are clamped into the image and ordered: flat lines are walked from left to right, steep ones
+    /// from top to bottom. Deliberate: an exactly vertical or horizontal line is then tilted by a pixel at
+    /// its far end; samples that leave the image by that are dropped. Without a given threshold that of
     /// GetAutoThreshold(rectangle of the ends, 'A', 1) is taken.
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, CPixelArray& ar) const;
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, int threshold, CPixelArray& ar) const;
-    /// The place of the edge with the largest contrast, the last one among equals. Returns 1, or 0 without an edge,
-    /// the outputs then untouched.
+    /// The place of the edge with the largest contrast, the last one among equals. Returns 1, or 0 without an
+    /// edge, the outputs then untouched.
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, long* best_x, long* best_y) const;
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, int threshold, long* best_x,
                       long* best_y) const;
-    /// Measures a straight edge in a rectangle, which is put in order and may leave the image. Scan lines across it
-    /// (columns for DIRECTION_HORIZENTAL, rows for DIRECTION_VERTICAL) are gauged by their best edge; each pairs
-    /// with its mirror line about the centre line at half the extent; the mean of the directions from each edge to
-    /// its counterpart, less 90, is the angle. step is the distance of the columns (below 1 counts as 1; the
-    /// columns are cut into as many bands as there are processors, each stepping anew, so with a step above 1 the
-    /// angle depends on their number); rows ignore it. Returns 1, or 0 without an edge on the centre line or for
-    /// another direction, the result then untouched. Without any pair the angle is not a number and the ends are
-    /// 0x80000000.
+    /// Measures a straight edge in a rectangle, which is put in order and may leave the image. Scan lines
+    /// across it (columns for DIRECTION_HORIZENTAL, rows for DIRECTION_VERTICAL) are gauged by their best
+    /// edge; each pairs with its mirror line about the centre line at half the extent; the mean of the
+    /// directions from each edge to its counterpart, less 90, is the angle. step is the distance of the
+    /// columns (below 1 counts as 1; the columns are cut into as many bands as there are processors, each
+    /// stepping anew, so with a step above 1 the angle depends on their number); rows ignore it. Returns 1,
+    /// or 0 without an edge on the centre line or for another direction, the result then untouched. Without
+    /// any pair the angle is not a number and the ends are 0x80000000.
     ///
-    /// Deliberate: the angle is biased. The centre line pairs with itself and counts as 0, and the last line of
-    /// the rectangle is not walked: with n walked lines a level edge measures 90 / n (odd n) or 180 / n (even n)
-    /// degrees too little, an upright one 180 / n or 90 / n. Where a roughly horizontal edge falls to the right,
-    /// pairs within one row count as 0 and not as 360, which pulls the angle further below 180 the less the edge
-    /// falls: over 200 columns 12.3 degrees measure 165.2 instead of 167.7, half a degree measures 128.3. Hosts
-    /// are tuned to these very values.
+    /// Deliberate: the angle is biased. The centre line pairs with itself and counts as 0, and the last line
+    /// of the rectangle is not walked: with n walked lines a level edge measures 90 / n (odd n) or 180 / n
+    /// (even n) degrees too little, an upright one 180 / n or 90 / n. Where a roughly horizontal edge falls
+    /// to the right, pairs within one row count as 0 and not as 360, which pulls the angle further below 180
+    /// the less the edge falls: over 200 columns 12.3 degrees measure 165.2 instead of 167.7, half a degree
+    /// measures 128.3. Hosts are tuned to these very values.
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step,
                      _stLineGaugeResult& result) const;
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step, int threshold,
@@ -382,8 +389,8 @@ public:
 
     // For the library's own modules
 
-    /// A size whose pixels hold anything until they are written; without pixels, and false, where SetImagePtr gives
-    /// none.
+    /// A size whose pixels hold anything until they are written; without pixels, and false, where SetImagePtr
+    /// gives none.
     bool SetSizeForOverwrite(int width, int height);
     /// The pixels in place; empty views for an image without pixels.
     ormalux::GrayView view()
@@ -397,8 +404,8 @@ public:
     }
 
 private:
-    /// Whether there are pixels. A buffer may also go with a size of 0, and with a size below 0 after a crop to a
-    /// reversed rectangle; the buffer always holds at least the length's bytes.
+    /// Whether there are pixels. A buffer may also go with a size of 0, and with a size below 0 after a crop
+    /// to a reversed rectangle; the buffer always holds at least the length's bytes.
     bool valid() const { return m_pixels && m_width > 0 && m_height > 0; }
     /// Whether an owned buffer of the size is there already.
     bool reusable(int width, int height) const
@@ -409,7 +416,8 @@ private:
     void resize(int width, int height);
     /// Frees the buffer unless linked; size and flag stay.
     void release();
-    /// Frees the buffer unless linked and takes an owned one, made with new[]; null leaves the size without pixels.
+    /// Frees the buffer unless linked and takes an owned one, made with new[]; null leaves the size without
+    /// pixels.
     void adopt(unsigned char* pixels, int width, int height);
 
     bool m_linked = false;
