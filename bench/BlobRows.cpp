@@ -65,9 +65,11 @@ void addRow(std::vector<bench::Row>& table, const char* name, const bench::Exten
                      .peer = "threshold + connectedComponentsWithStats",
                      .goal = goal,
                      .check = [=] { return get().check(); },
+                     .prepare = {},
                      .ours = [=] { get().ours(); },
                      .theirs = [=] { get().theirs(); },
-                     .limit = [=] { bench::keep(cv::sum(get().picture)); }});
+                     .limit = [=] { bench::keep(cv::sum(get().picture)); },
+                     .prepareTheirs = {}});
 }
 
 const bench::Register rows{[](std::vector<bench::Row>& table) {

@@ -100,9 +100,11 @@ void addMatch(std::vector<bench::Row>& table)
                              return get().equal(testing_support::matchReference(
                                  std::as_const(get().image).view(), threshold, get().sources[0]));
                          },
+                     .prepare = {},
                      .ours = ours,
                      .theirs = [=] { get().matchPeer(threshold, get().picture); },
-                     .limit = [=] { bench::keep(cv::sum(get().picture)); }});
+                     .limit = [=] { bench::keep(cv::sum(get().picture)); },
+                     .prepareTheirs = {}});
 }
 
 void addMatchOverArea(std::vector<bench::Row>& table)
@@ -123,12 +125,15 @@ void addMatchOverArea(std::vector<bench::Row>& table)
                                  std::as_const(get().image).view().part(100, 100, 2248, 1848), threshold,
                                  get().sources[0]));
                          },
+                     .prepare = {},
                      .ours = ours,
                      .theirs =
                          [=] {
                              cv::matchTemplate(get().picture(cv::Rect(100, 100, 2248, 1848)),
                                                get().grayTemplate, get().scores, cv::TM_CCOEFF_NORMED);
-                         }});
+                         },
+                     .limit = {},
+                     .prepareTheirs = {}});
 }
 
 void addMatchThresholdRange(std::vector<bench::Row>& table)
@@ -156,11 +161,15 @@ void addMatchThresholdRange(std::vector<bench::Row>& table)
                      .peer = "41 times threshold + components + score",
                      .goal = 0.03,
                      .check = check,
+                     .prepare = {},
                      .ours = ours,
-                     .theirs = [=] {
-                         for (int t = 60; t <= 100; ++t)
-                             get().matchPeer(t, get().picture(cv::Rect(100, 100, 1200, 900)));
-                     }});
+                     .theirs =
+                         [=] {
+                             for (int t = 60; t <= 100; ++t)
+                                 get().matchPeer(t, get().picture(cv::Rect(100, 100, 1200, 900)));
+                         },
+                     .limit = {},
+                     .prepareTheirs = {}});
 }
 
 /// 500 characters of up to 20 x 30 pixels, read with 36 sources.
@@ -251,8 +260,11 @@ const bench::Register rows{[](std::vector<bench::Row>& table) {
                      .peer = "and, countNonZero",
                      .goal = 0.02,
                      .check = [=] { return get().check(); },
+                     .prepare = {},
                      .ours = [=] { get().ours(); },
-                     .theirs = [=] { get().theirs(); }});
+                     .theirs = [=] { get().theirs(); },
+                     .limit = {},
+                     .prepareTheirs = {}});
 }};
 
 } // namespace

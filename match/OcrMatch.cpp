@@ -67,7 +67,7 @@ void matchCharacters(const ConstGrayView& image, int threshold, std::span<const 
         return;
     std::atomic<bool> complete{true};
     const std::int64_t boxNanoseconds =
-        100 + std::int64_t(templates.count() * (8 + templates.rows() * templates.stride() / 4));
+        100 + std::int64_t(templates.count() * (4 + templates.rows() * templates.stride() / 4));
     runBands(Job::OcrMatch, std::int64_t(boxes.size()), {std::int64_t(boxes.size()) * boxNanoseconds},
              [&](const Band& band) {
                  CharacterReader reader;
