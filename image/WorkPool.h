@@ -30,6 +30,7 @@ enum class Job
     LineGaugeSecond,
     ColorErosion,
     ColorDilation,
+    HistogramCount,
     Count
 };
 

@@ -32,6 +32,8 @@ HWY_INLINE void mapBytes(std::uint8_t* pixels, std::size_t count, Op op)
 {
     const hn::ScalableTag<std::uint8_t> d;
     const std::size_t lanes = hn::Lanes(d);
+    if (count == 0)
+        return;
     if (count < lanes) {
         HWY_ALIGN std::uint8_t few[HWY_MAX_BYTES] = {};
         std::memcpy(few, pixels, count);

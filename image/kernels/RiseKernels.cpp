@@ -95,7 +95,8 @@ HWY_INLINE std::size_t listBits(std::uint64_t bits, std::size_t first, std::uint
 {
     const auto number = std::size_t(hwy::PopCount(bits));
     const auto write = [&] {
-        *list++ = std::uint16_t(first + hwy::Num0BitsBelowLS1Bit_Nonzero64(bits));
+        // The top bit only gives the search an end: it is the lowest of none, or of itself.
+        *list++ = std::uint16_t(first + hwy::Num0BitsBelowLS1Bit_Nonzero64(bits | std::uint64_t(1) << 63));
         bits &= bits - 1;
     };
     write();
@@ -157,11 +158,13 @@ HWY_INLINE void findBegins(std::uint64_t before, std::size_t words, RowPiece& pi
 // The rises in a row from bit begin on.
 HWY_INLINE int risesFrom(const std::uint64_t* rises, std::size_t begin)
 {
-    const std::size_t w = begin / 64, shift = begin % 64;
-    const int found = std::countr_one(rises[w] >> shift | rises[w + 1] << 1 << (63 - shift));
-    if (found < 64) [[likely]]
-        return found;
-    return 64 + risesFrom(rises, begin + 64);
+    const std::size_t shift = begin % 64;
+    for (int found = 0;; found += 64) {
+        const std::uint64_t* word = rises + (begin + std::size_t(found)) / 64;
+        const int more = std::countr_one(word[0] >> shift | word[1] << 1 << (63 - shift));
+        if (more < 64) [[likely]]
+            return found + more;
+    }
 }
 
 EdgeSum rowEdges(const std::uint8_t* row, std::size_t width)

@@ -98,6 +98,22 @@ TEST(AutoThreshold, SeesOnlyTheRectangle)
         [&](auto) { EXPECT_EQ(autoThreshold(view, 'A', 2), plainAutoThreshold(view, 'A', 2)); });
 }
 
+TEST(AutoThreshold, ALongRunMayBeginAnywhereInALongLine)
+{
+    for (int length : {4223, 9000})
+        for (int begin : {0, 1, 60, 63, 3968, 4031, 4064, 4090, 4095, 4096}) {
+            // 127 pixels that rise by 255, just enough for an edge.
+            std::vector<std::uint8_t> line(std::size_t(length), 0);
+            for (int i = 1; i < 127; ++i)
+                line[std::size_t(begin + i)] = std::uint8_t(2 * i + 3);
+            const auto row = viewOf(line, length, 1), column = viewOf(line, 1, length);
+            forEachKernelTarget([&](auto target) {
+                EXPECT_EQ(autoThreshold(row, 'H', 1), 128) << int(target) << " " << begin;
+                EXPECT_EQ(autoThreshold(column, 'V', 1), 128) << int(target) << " " << begin;
+            });
+        }
+}
+
 TEST(AutoThreshold, RunsMayFillTheWholeRangeOfLevels)
 {
     std::vector<std::uint8_t> ramp(256);
