@@ -39,6 +39,29 @@ def parts(x, y):
     return 30
 
 
+# Digits as a label printer sets them, 5 x 7 dots.
+FONT = {
+    "0": "01110 10001 10011 10101 11001 10001 01110", "1": "00100 01100 00100 00100 00100 00100 01110",
+    "2": "01110 10001 00001 00010 00100 01000 11111", "3": "11111 00010 00100 00010 00001 10001 01110",
+    "4": "00010 00110 01010 10010 11111 00010 00010", "5": "11111 10000 11110 00001 00001 10001 01110",
+    "6": "00110 01000 10000 11110 10001 10001 01110", "7": "11111 00001 00010 00100 01000 01000 01000",
+    "8": "01110 10001 10001 01110 10001 10001 01110", "9": "01110 10001 10001 01111 00001 00010 01100",
+}
+
+
+def label(lines, ink, paper, dot=4):
+    """A picture of printed lines; dots overlap at their corners, so that a digit is one blob."""
+    width, height = 10 + 6 * dot * max(map(len, lines)), 10 + 9 * dot * len(lines)
+    dark = set()
+    for row, line in enumerate(lines):
+        for column, character in enumerate(line):
+            for v, bits in enumerate(FONT[character].split()):
+                for u in (i for i, bit in enumerate(bits) if bit == "1"):
+                    x0, y0 = 5 + (6 * column + u) * dot, 5 + (9 * row + v) * dot
+                    dark.update((x, y) for x in range(x0 - 1, x0 + dot + 1) for y in range(y0 - 1, y0 + dot + 1))
+    return bmp(width, height, lambda x, y: ink if (x, y) in dark else paper)
+
+
 class CommandLine(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="ormalux-cli-"))
@@ -173,6 +196,21 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(line["lines"][0]["center_x"], 5)
         sample = json.loads(self.run_program("sample", self.picture, "--at", "0,10,9,10", "--levels", "100..255", "--json").stdout)
         self.assertEqual([p["x"] for p in sample["pixels"]], list(range(5, 10)))
+
+    def test_a_printed_label_is_read_in_shifted_light(self):
+        taught = self.write("taught.bmp", label(["0123456789"], 60, 180))
+        (self.folder / "digits").mkdir()
+        found = self.boxes(taught, "-t", "120", "--object", "black", "--min-size", "8x20", "--max-size", "40x40", "--sort", "left")
+        self.assertEqual(len(found), 10)
+        for digit, box in enumerate(found):
+            self.run_program("source", "cut", taught, "--roi", ",".join(map(str, box)), "-t", "120", "--key", digit,
+                             "-o", f"digits/{digit}.ocs")
+        lines = ["7035916248", "0987654321", "1122334455"]
+        for shift in (-20, 0, 20):
+            picture = self.write("label.bmp", label(lines, 60 + shift, 180 + shift))
+            read = json.loads(self.run_program("ocr", picture, "-s", "digits", "-t", "120", "--min-size", "8x20", "--max-size",
+                                               "40x40", "--json").stdout)
+            self.assertEqual(read["text"].split("\n"), lines, f"light shifted by {shift}")
 
     def test_recipes(self):
         self.run_program("recipe", "init", "r.json")
