@@ -3,6 +3,8 @@
 // The instruction sets of the kernels: AVX-512 with byte permutes, AVX2, SSE4 and plain code. The sets
 // between them cost build time and gain nothing.
 #define HWY_WANT_AVX3_DL
+// Highway's own assertions need its library; sanitizers switch them on unless told otherwise.
+#define HWY_IS_DEBUG_BUILD 0
 #if defined(ORMALUX_NARROW_VECTORS)
 // Some compilers spill 32-byte vectors to a stack aligned to 16 bytes.
 #define HWY_DISABLED_TARGETS (HWY_SSSE3 | HWY_AVX2 | HWY_AVX3 | HWY_AVX3_DL)
