@@ -34,7 +34,10 @@ target_compile_options(ormalux_options INTERFACE
   # Unique symbols would keep the module from ever being unloaded.
   $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
   $<$<BOOL:${ORMALUX_WERROR}>:-Werror>)
+set(ORMALUX_NO_UNDEFINED -Wl,--no-undefined)
 if(ORMALUX_SANITIZE)
+  # A sanitizer's runtime comes with the program, not with the module.
+  set(ORMALUX_NO_UNDEFINED)
   target_compile_options(ormalux_options INTERFACE
     -fsanitize=${ORMALUX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(ormalux_options INTERFACE -fsanitize=${ORMALUX_SANITIZE})
