@@ -154,6 +154,8 @@ void CKestImage::SetROIPlacement(int x1, int y1, int x2, int y2)
 {
     const int left = std::min(x1, x2), top = std::min(y1, y2), right = std::max(x1, x2),
               bottom = std::max(y1, y2);
+    if (left < 0 || top < 0 || right >= m_width || bottom >= m_height)
+        return;
     // Most of an image moves up within its buffer; a small part gets a buffer of its own and frees the large
     // one.
     const std::int64_t kept = (std::int64_t(right) - left + 1) * (std::int64_t(bottom) - top + 1);
