@@ -118,16 +118,16 @@ public:
 
     // Point operations (image/VisionImagePoint.cpp)
 
-    // Each works on the whole image in place; nothing happens to an image without pixels. Numbers become levels by
-    // truncation toward 0.
+    // Each works on the whole image in place; nothing happens to an image without pixels. Numbers become
+    // levels by truncation toward 0.
 
     /// p becomes 255 - p.
     void Invert();
-    /// p becomes clamp((p - 128) x (contrast + 100) / 100.0 + brightness + 128 + 0.5, 0, 255). Brightness -255 to
-    /// 255, contrast -100 to 100; otherwise nothing happens.
+    /// p becomes clamp((p - 128) x (contrast + 100) / 100.0 + brightness + 128 + 0.5, 0, 255). Brightness
+    /// -255 to 255, contrast -100 to 100; otherwise nothing happens.
     void Light(long brightness, long contrast);
-    /// p becomes p^e / (255^e / 255) with e = 1 / gamma; above 1 brightens. 0 and 255 stay. Nothing happens unless
-    /// gamma is above 0 and finite.
+    /// p becomes p^e / (255^e / 255) with e = 1 / gamma; above 1 brightens. 0 and 255 stay. Nothing happens
+    /// unless gamma is above 0 and finite.
     void Gamma(float gamma);
     /// p becomes the number of pixels not above p, times the factor 255.0 / GetImageLen().
     void HistoEqualize();
@@ -135,50 +135,52 @@ public:
     void HistoLog();
     /// Deliberate: p becomes sqrt(p) x 128 / ln(m + 1), at most 255; a square root scaled by a logarithm.
     void HistoRoot();
-    /// Levels from low to high become 254 x (p - low) / (high - low), lower ones 0 and higher ones 255. From either
-    /// end, low and high are the first levels by which more than 1 % of the pixels were met, or the outermost
-    /// levels of the image if the two are the same; an image of one level stays.
+    /// Levels from low to high become 254 x (p - low) / (high - low), lower ones 0 and higher ones 255. From
+    /// either end, low and high are the first levels by which more than 1 % of the pixels were met, or the
+    /// outermost levels of the image if the two are the same; an image of one level stays.
     void HistoNormalize();
-    /// p becomes (p - low) x 255 / (high - low) with the outermost levels of the image; an image of one level stays.
+    /// p becomes (p - low) x 255 / (high - low) with the outermost levels of the image; an image of one level
+    /// stays.
     void HistoStretch();
-    /// Levels from low to high become (p - low) x 255.0 / (high - low), rounded; lower ones 0 and higher ones 255.
-    /// From either end, low and high are the first levels by which 3 % of the pixels were met; where high is not
-    /// above low the image stays.
+    /// Levels from low to high become (p - low) x 255.0 / (high - low), rounded; lower ones 0 and higher ones
+    /// 255. From either end, low and high are the first levels by which 3 % of the pixels were met; where
+    /// high is not above low the image stays.
     void AutoContrast();
 
     // Thresholds and statistics (image/VisionImageThreshold.cpp)
 
-    // An edge is a run, as long as possible, of at least 5 pixels along a line, each greater than the one before,
-    // whose last exceeds its first by more than twice their number; its mean is an integer quotient.
+    // An edge is a run, as long as possible, of at least 5 pixels along a line, each greater than the one
+    // before, whose last exceeds its first by more than twice their number; its mean is an integer quotient.
 
     /// Every pixel greater than t becomes 255, every other 0; t may be any number.
     void Threshold(int t);
-    /// A pixel with lower <= p <= upper becomes value, every other 0 if value is 255 and 255 otherwise. The first
-    /// argument is the upper bound; the bounds may be any numbers.
+    /// A pixel with lower <= p <= upper becomes value, every other 0 if value is 255 and 255 otherwise. The
+    /// first argument is the upper bound; the bounds may be any numbers.
     void DoubleThreshold(int upper, int lower, unsigned char value);
-    /// In each row, pixels greater than the mean of the means of the row's edges, from left to right, become 255
-    /// and all others 0; rows without an edge are filled with fill.
+    /// In each row, pixels greater than the mean of the means of the row's edges, from left to right, become
+    /// 255 and all others 0; rows without an edge are filled with fill.
     void AdaptiveThreshold(unsigned char fill);
-    /// The mean, truncated, of the means of the edges on every step-th line: mode 'H' rows from left to right, 'V'
-    /// columns from top to bottom, 'A' both; 0 for other modes and without edges. A step below 1 counts as 1, one
-    /// not below the width as half the width. Deliberate: every worker starts its steps at the first line of its
-    /// band, so for steps above 1 the result depends on the number of processors.
+    /// The mean, truncated, of the means of the edges on every step-th line: mode 'H' rows from left to
+    /// right, 'V' columns from top to bottom, 'A' both; 0 for other modes and without edges. A step below 1
+    /// counts as 1, one not below the width as half the width. Deliberate: every worker starts its steps at
+    /// the first line of its band, so for steps above 1 the result depends on the number of processors.
     long GetAutoThreshold(char mode, int step) const;
     /// The same of a rectangle; 0 when it leaves the image.
     long GetAutoThreshold(int x1, int y1, int x2, int y2, char mode, int step) const;
-    /// Adds the number of pixels of each level to 256 counts, which the caller has cleared or wants to go on with.
+    /// Adds the number of pixels of each level to 256 counts, which the caller has cleared or wants to go on
+    /// with.
     void Histogram(long* histogram) const;
     /// The mean level; 0 for an empty image or a rectangle that leaves it.
     double GetGrayLevelAverage() const;
     double GetGrayLevelAverage(int x1, int y1, int x2, int y2) const;
-    /// The mean x and the mean y, truncated, of the pixels above the threshold (polarity 255) or not above it (0),
-    /// in coordinates of the image. With nothing counted the outputs stay untouched; either may be null.
+    /// The mean x and the mean y, truncated, of the pixels above the threshold (polarity 255) or not above it
+    /// (0), in coordinates of the image. With nothing counted the outputs stay untouched; either may be null.
     void GetGravityCenter(int threshold, unsigned char polarity, long* cx, long* cy) const;
     /// The same of a rectangle, still in coordinates of the image; nothing when it leaves the image.
     void GetGravityCenter(int x1, int y1, int x2, int y2, int threshold, unsigned char polarity, long* cx,
                           long* cy) const;
-    /// Appends (x, y, p, 0.0) for every pixel with low <= p <= high, by rows from the top; returns ar.GetCount().
-    /// All of them or, when memory is short, none.
+    /// Appends (x, y, p, 0.0) for every pixel with low <= p <= high, by rows from the top; returns
+    /// ar.GetCount(). All of them or, when memory is short, none.
     int GetPixelArray(unsigned char low, unsigned char high, CPixelArray& ar) const;
     /// The same over a rectangle, in coordinates of the image; nothing when it leaves the image.
     int GetPixelArray(int x1, int y1, int x2, int y2, unsigned char low, unsigned char high,
