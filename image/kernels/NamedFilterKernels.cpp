@@ -1,11 +1,12 @@
 #include "image/kernels/NamedFilterKernels.h"
 
 #include <algorithm>
-#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "image/kernels/NamedFilterKernels.cpp"
 #include "platform/Simd.h"
+
+#include "image/kernels/RowBlocks-inl.h"
 
 // A vector of bytes is taken as 16-bit lanes that hold an even column (low byte) and an odd one (high byte).
 // Even and odd sums are formed apart, and two results join by a shift and an or: nothing is unpacked or
@@ -19,12 +20,11 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 using Source = const std::uint8_t* const*;
 
-// What becomes of the sum of a neighbourhood and its centre. Divisions by multiplication are exact over the
-// whole range of the sum: with m = ceil(2^s / d) the product errs by sum x (m d - 2^s) / (d 2^s), less than 1
-// / d.
-
 // A compiler makes two instructions of a multiplication by a factor that it knows.
 const volatile std::uint16_t seven = 7, nine = 9;
+
+// What becomes of the sum of a neighbourhood and its centre. Divisions by multiplication are exact over the
+// whole range of the sum: m = ceil(2^s / d) adds sum x (m d - 2^s) / (d 2^s), which is less than 1 / d.
 
 struct Blur // sums up to 2295
 {
@@ -44,7 +44,7 @@ struct Soften // sums up to 2295, and 7 times the centre
     static constexpr const volatile std::uint16_t& factor = seven;
     static int of(int sum, int centre) { return (sum + 7 * centre) / 16; }
     template <class D, class V>
-    static HWY_INLINE V of(D d, V sum, V centre, V factor)
+    static HWY_INLINE V of(D, V sum, V centre, V factor)
     {
         return hn::ShiftRight<4>(sum + centre * factor);
     }
@@ -101,14 +101,6 @@ struct Laplacian
 
 #if ORMALUX_PLAIN
 
-template <class Pixel>
-void eachPixel(std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count, Pixel pixel)
-{
-    for (int y = 0; y < count; ++y)
-        for (std::ptrdiff_t x = 0; x < std::ptrdiff_t(width); ++x)
-            out[y * stride + x] = std::uint8_t(pixel(y, x));
-}
-
 template <class Filter>
 void filter3x3(Source source, std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count)
 {
@@ -163,26 +155,6 @@ HWY_INLINE Columns columnsAt(const std::uint8_t* p)
 HWY_INLINE void store(const Columns& c, std::uint8_t* out)
 {
     hn::StoreU(hn::BitCast(d8, hn::Or(c.even, hn::ShiftLeft<8>(c.odd))), d8, out);
-}
-
-// block(x, out) filters the columns x up to x + lanes. The last block overlaps the one before; a picture
-// narrower than a vector goes through a block of its own.
-template <class Block>
-HWY_INLINE void eachBlock(std::uint8_t* out, std::ptrdiff_t stride, std::size_t width, int count, Block block)
-{
-    const std::size_t lanes = hn::Lanes(d8);
-    if (width < lanes) {
-        alignas(64) std::uint8_t narrow[32 * HWY_MAX_BYTES];
-        block(0, narrow, std::ptrdiff_t(lanes));
-        for (int y = 0; y < count; ++y)
-            std::memcpy(out + y * stride, narrow + std::size_t(y) * lanes, width);
-        return;
-    }
-    std::size_t x = 0;
-    for (; x + lanes <= width; x += lanes)
-        block(x, out + x, stride);
-    if (x < width)
-        block(width - lanes, out + width - lanes, stride);
 }
 
 // 1 1 1 or 1 2 1 along a row.
