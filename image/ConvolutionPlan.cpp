@@ -120,7 +120,9 @@ bool ConvolutionPlan::makeWide(const Convolution& c)
     if (divisor == -1) {
         k.quotient = kernels::Quotient::Negate;
     } else if (divisor != 0 && divisor != 1) {
-        const bool small = Weight(c).total() * 255 <= 1 << 20;
+        // With all roundings the product is at most 2^-22 of itself too large: less than the step to the next
+        // quotient.
+        const bool small = Weight(c).total() * 255 < 1 << 22;
         k.quotient = small ? kernels::Quotient::Float : kernels::Quotient::Double;
         k.reciprocal = small ? double(std::nextafter(1.0f / float(divisor), float(away)))
                              : std::nextafter(1.0 / divisor, away);

@@ -30,7 +30,7 @@ enum class Quotient
 {
     None,   ///< by 1 or not at all
     Negate, ///< by -1, wrapping
-    Float,  ///< sums within 2^20: by the single-precision reciprocal
+    Float,  ///< sums below 2^22: by the single-precision reciprocal
     Double  ///< by the double-precision reciprocal
 };
 

@@ -1,7 +1,6 @@
 #include "image/kernels/ConvolutionKernels.h"
 
 #include <algorithm>
-#include <utility>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "image/kernels/NarrowConvolutionKernels.cpp"
@@ -47,6 +46,9 @@ const hn::RepartitionToWide<decltype(d8)> d16;
 const hn::RepartitionToWide<decltype(d16)> d32;
 using V16 = hn::VFromD<decltype(d16)>;
 
+// Registers hold the sums of so many output rows.
+constexpr int rowsAtATime = 4;
+
 struct Columns
 {
     V16 even;
@@ -59,46 +61,78 @@ HWY_INLINE Columns columnsAt(const std::uint8_t* p)
     return {hn::And(pairs, hn::Set(d16, 255)), hn::ShiftRight<8>(pairs)};
 }
 
-// Adds a tap's products to the sums of the output rows First to Last; the tap of output row j stands j
-// entries before `tap`.
-template <int First, int... Rows>
-HWY_INLINE void addTap(V16 even, V16 odd, const std::uint32_t* tap, Columns* sums,
-                       std::integer_sequence<int, Rows...>)
+// Compilers regroup long sums and then run out of registers: they are told that v may have changed.
+HWY_INLINE V16 inOrder(V16 v)
 {
-    const auto add = [&](int j) {
-        const V16 factor = hn::BitCast(d16, hn::Set(d32, tap[-j]));
-        sums[j].even = sums[j].even + even * factor;
-        sums[j].odd = sums[j].odd + odd * factor;
-    };
-    (add(First + Rows), ...);
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__)
+    asm("" : "+v"(v.raw));
+#endif
+    return v;
+}
+
+// The sums of Count output rows; only indexed by constants, so that they stay in registers.
+template <int Count>
+struct Sums
+{
+    Columns of;
+    Sums<Count - 1> rest;
+};
+
+template <>
+struct Sums<0>
+{
+};
+
+template <int Count>
+HWY_INLINE void clear(Sums<Count>& sums, V16 bias)
+{
+    sums.of = {bias, bias};
+    if constexpr (Count > 1)
+        clear(sums.rest, bias);
+}
+
+// Adds a tap's products to the sums of the output rows First to Last; the tap of output row j stands j words
+// before `tap`.
+template <int First, int Last, int Count>
+HWY_INLINE void addTap(V16 even, V16 odd, const std::uint32_t* tap, Sums<Count>& sums)
+{
+    if constexpr (First <= 0) {
+        const V16 factor = hn::BitCast(d16, hn::Set(d32, *tap));
+        sums.of.even = inOrder(sums.of.even + even * factor);
+        sums.of.odd = inOrder(sums.of.odd + odd * factor);
+    }
+    if constexpr (Last > 0)
+        addTap<First - 1, Last - 1>(even, odd, tap - 1, sums.rest);
 }
 
 // Adds a source row to the sums of the output rows First to Last. The odd columns at p are the even ones at p
 // + 1, so every second column is loaded.
-template <int First, int Last>
-HWY_INLINE void addRow(const std::uint8_t* p, const std::uint32_t* tap, int size, Columns* sums)
+template <int First, int Last, int Count>
+HWY_INLINE void addRow(const std::uint8_t* p, const std::uint32_t* tap, int size, Sums<Count>& sums)
 {
-    constexpr std::make_integer_sequence<int, Last - First + 1> rows{};
     Columns here = columnsAt(p);
     int column = 0;
     for (; column + 2 <= size; column += 2) {
         const Columns next = columnsAt(p + column + 2);
-        addTap<First>(here.even, here.odd, tap, sums, rows);
-        addTap<First>(here.odd, next.even, tap + size, sums, rows);
+        addTap<First, Last>(here.even, here.odd, tap, sums);
+        addTap<First, Last>(here.odd, next.even, tap + size, sums);
         tap += 2 * size;
         here = next;
     }
     if (column < size)
-        addTap<First>(here.even, here.odd, tap, sums, rows);
+        addTap<First, Last>(here.even, here.odd, tap, sums);
 }
 
 // The source rows before the last output row's first one, and those after the first output row's last one.
-template <int Count, int... I>
-HWY_INLINE void addEnds(const NarrowConvolution& c, Source source, std::ptrdiff_t x, Columns* sums,
-                        std::integer_sequence<int, I...>)
+template <int Done, int Count>
+HWY_INLINE void addEnds(const NarrowConvolution& c, Source source, std::ptrdiff_t x, Sums<Count>& sums)
 {
-    (addRow<0, I>(source[I] + x, c.taps + I, c.size, sums), ...);
-    (addRow<I + 1, Count - 1>(source[c.size + I] + x, c.taps + c.size + I, c.size, sums), ...);
+    if constexpr (Done + 1 < Count) {
+        addRow<0, Done>(source[Done] + x, c.taps + Done, c.size, sums);
+        const int row = c.size + Done;
+        addRow<Done + 1, Count - 1>(source[row] + x, c.taps + row, c.size, sums);
+        addEnds<Done + 1>(c, source, x, sums);
+    }
 }
 
 HWY_INLINE V16 divided(const NarrowConvolution& c, V16 value)
@@ -120,21 +154,27 @@ HWY_INLINE V16 finished(const NarrowConvolution& c, V16 sum)
     return hn::Min(hn::SaturatedSub(above, below), most);
 }
 
+template <int Count>
+HWY_INLINE void store(const NarrowConvolution& c, const Sums<Count>& sums, std::uint8_t* out,
+                      std::ptrdiff_t stride)
+{
+    const V16 even = finished(c, sums.of.even), odd = finished(c, sums.of.odd);
+    hn::StoreU(hn::BitCast(d8, hn::Or(even, hn::ShiftLeft<8>(odd))), d8, out);
+    if constexpr (Count > 1)
+        store(c, sums.rest, out + stride, stride);
+}
+
 // Count output rows of one block, Count at most the kernel's size.
 template <int Count>
 HWY_INLINE void convolveRows(const NarrowConvolution& c, Source source, std::ptrdiff_t x, std::uint8_t* out,
                              std::ptrdiff_t stride)
 {
-    Columns sums[Count];
-    for (Columns& sum : sums)
-        sum.even = sum.odd = hn::Set(d16, c.bias);
-    addEnds<Count>(c, source, x, sums, std::make_integer_sequence<int, Count - 1>());
+    Sums<Count> sums;
+    clear(sums, hn::Set(d16, c.bias));
+    addEnds<0>(c, source, x, sums);
     for (int row = Count - 1; row < c.size; ++row)
         addRow<0, Count - 1>(source[row] + x, c.taps + row, c.size, sums);
-    for (int y = 0; y < Count; ++y) {
-        const V16 even = finished(c, sums[y].even), odd = finished(c, sums[y].odd);
-        hn::StoreU(hn::BitCast(d8, hn::Or(even, hn::ShiftLeft<8>(odd))), d8, out + y * stride);
-    }
+    store(c, sums, out, stride);
 }
 
 template <int Count>
@@ -154,9 +194,9 @@ void convolveBlocks(const NarrowConvolution& c, Source source, std::uint8_t* out
 void convolveNarrow(const NarrowConvolution& c, Source source, std::uint8_t* out, std::ptrdiff_t stride,
                     std::size_t width, int count)
 {
-    if (c.size >= 4)
-        convolveBlocks<4>(c, source, out, stride, width, count);
-    else if (c.size == 3)
+    if (c.size >= rowsAtATime)
+        convolveBlocks<rowsAtATime>(c, source, out, stride, width, count);
+    else if (c.size >= 3)
         convolveBlocks<3>(c, source, out, stride, width, count);
     else
         convolveBlocks<1>(c, source, out, stride, width, count);

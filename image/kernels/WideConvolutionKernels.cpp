@@ -1,7 +1,6 @@
 #include "image/kernels/ConvolutionKernels.h"
 
 #include <algorithm>
-#include <utility>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "image/kernels/WideConvolutionKernels.cpp"
@@ -71,10 +70,44 @@ using V32 = hn::VFromD<decltype(d32)>;
 // Registers hold the sums of so many output rows.
 constexpr int rowsAtATime = HWY_TARGET <= HWY_AVX3_DL ? 4 : 2;
 
+// Every fourth column from the first, second, third and fourth one on.
+struct Columns
+{
+    V32 first, second, third, fourth;
+};
+
+// The sums of Count output rows; only indexed by constants, so that they stay in registers.
+template <int Count>
 struct Sums
 {
-    V32 of[4];
+    Columns of;
+    Sums<Count - 1> rest;
 };
+
+template <>
+struct Sums<0>
+{
+};
+
+template <int Count>
+HWY_INLINE void clear(Sums<Count>& sums)
+{
+    const V32 zero = hn::Zero(d32);
+    sums.of = {zero, zero, zero, zero};
+    if constexpr (Count > 1)
+        clear(sums.rest);
+}
+
+// Makes the sums those of the entries' upper halves.
+template <int Count>
+HWY_INLINE void lift(Sums<Count>& sums)
+{
+    Columns& c = sums.of;
+    c = {hn::ShiftLeft<16>(c.first), hn::ShiftLeft<16>(c.second), hn::ShiftLeft<16>(c.third),
+         hn::ShiftLeft<16>(c.fourth)};
+    if constexpr (Count > 1)
+        lift(sums.rest);
+}
 
 // The pairs that begin in the even bytes from p on, and in the odd ones.
 struct Pairs
@@ -86,36 +119,52 @@ struct Pairs
 HWY_INLINE Pairs pairsAt(const std::uint8_t* p)
 {
     const auto four = hn::BitCast(u32, hn::LoadU(d8, p));
-    return {hn::BitCast(d16, hn::And(four, hn::Set(u32, 0x00ff00ff))),
-            hn::BitCast(d16, hn::And(hn::ShiftRight<8>(four), hn::Set(u32, 0x00ff00ff)))};
+    const auto apart = hn::Set(u32, 0x00ff00ff);
+    return {hn::BitCast(d16, hn::And(four, apart)),
+            hn::BitCast(d16, hn::And(hn::ShiftRight<8>(four), apart))};
 }
 
-// Adds the products of a pair of entries; v[f] holds the pixels of every fourth column from f on. The pair of
-// output row j stands j words before `pair`.
-template <int First, int... Rows>
-HWY_INLINE void addPair(const V16 (&v)[4], const std::uint32_t* pair, Sums* sums,
-                        std::integer_sequence<int, Rows...>)
+// Compilers regroup long sums and then run out of registers: they are told that v may have changed.
+HWY_INLINE V32 inOrder(V32 v)
 {
-    const auto add = [&](int j) {
-        const V16 factors = hn::BitCast(d16, hn::Set(u32, pair[-j]));
-        V32 unused = hn::Zero(d32);
-        for (int f = 0; f < 4; ++f)
-            sums[j].of[f] = hn::ReorderWidenMulAccumulate(d32, v[f], factors, sums[j].of[f], unused);
-    };
-    (add(First + Rows), ...);
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__)
+    asm("" : "+v"(v.raw));
+#endif
+    return v;
+}
+
+HWY_INLINE void addProducts(V16 pixels, V16 factors, V32& sum)
+{
+    V32 unused = sum;
+    sum = inOrder(hn::ReorderWidenMulAccumulate(d32, pixels, factors, sum, unused));
+}
+
+// Adds a pair's products to the sums of the output rows First to Last; the pair of output row j stands j
+// words before `pair`. a to d are the pixels for the four kinds of columns.
+template <int First, int Last, int Count>
+HWY_INLINE void addPair(V16 a, V16 b, V16 c, V16 d, const std::uint32_t* pair, Sums<Count>& sums)
+{
+    if constexpr (First <= 0) {
+        const V16 factors = hn::BitCast(d16, hn::Set(u32, *pair));
+        addProducts(a, factors, sums.of.first);
+        addProducts(b, factors, sums.of.second);
+        addProducts(c, factors, sums.of.third);
+        addProducts(d, factors, sums.of.fourth);
+    }
+    if constexpr (Last > 0)
+        addPair<First - 1, Last - 1>(a, b, c, d, pair - 1, sums.rest);
 }
 
 // Adds a source row to the sums of the output rows First to Last.
-template <int First, int Last>
-HWY_INLINE void addRow(const std::uint8_t* p, const std::uint32_t* pair, int size, Sums* sums)
+template <int First, int Last, int Count>
+HWY_INLINE void addRow(const std::uint8_t* p, const std::uint32_t* pair, int size, Sums<Count>& sums)
 {
-    constexpr std::make_integer_sequence<int, Last - First + 1> rows{};
     Pairs here = pairsAt(p);
     for (int left = pairsOf(size); left > 0; left -= 2) {
         const Pairs middle = pairsAt(p + 2), next = pairsAt(p + 4);
-        addPair<First>({here.even, here.odd, middle.even, middle.odd}, pair, sums, rows);
+        addPair<First, Last>(here.even, here.odd, middle.even, middle.odd, pair, sums);
         if (left > 1)
-            addPair<First>({here.odd, middle.even, middle.odd, next.even}, pair + size, sums, rows);
+            addPair<First, Last>(here.odd, middle.even, middle.odd, next.even, pair + size, sums);
         pair += 2 * size;
         p += 4;
         here = next;
@@ -123,18 +172,22 @@ HWY_INLINE void addRow(const std::uint8_t* p, const std::uint32_t* pair, int siz
 }
 
 // The source rows before the last output row's first one, and those after the first output row's last one.
-template <int Count, int... I>
-HWY_INLINE void addEnds(const std::uint32_t* pairs, int size, Source source, std::ptrdiff_t x, Sums* sums,
-                        std::integer_sequence<int, I...>)
+template <int Done, int Count>
+HWY_INLINE void addEnds(const std::uint32_t* pairs, int size, Source source, std::ptrdiff_t x,
+                        Sums<Count>& sums)
 {
-    (addRow<0, I>(source[I] + x, pairs + I, size, sums), ...);
-    (addRow<I + 1, Count - 1>(source[size + I] + x, pairs + size + I, size, sums), ...);
+    if constexpr (Done + 1 < Count) {
+        addRow<0, Done>(source[Done] + x, pairs + Done, size, sums);
+        addRow<Done + 1, Count - 1>(source[size + Done] + x, pairs + size + Done, size, sums);
+        addEnds<Done + 1>(pairs, size, source, x, sums);
+    }
 }
 
 template <int Count>
-HWY_INLINE void addRows(const std::uint32_t* pairs, int size, Source source, std::ptrdiff_t x, Sums* sums)
+HWY_INLINE void addRows(const std::uint32_t* pairs, int size, Source source, std::ptrdiff_t x,
+                        Sums<Count>& sums)
 {
-    addEnds<Count>(pairs, size, source, x, sums, std::make_integer_sequence<int, Count - 1>());
+    addEnds<0>(pairs, size, source, x, sums);
     for (int row = Count - 1; row < size; ++row)
         addRow<0, Count - 1>(source[row] + x, pairs + row, size, sums);
 }
@@ -170,28 +223,30 @@ HWY_INLINE V32 finished(const WideConvolution& c, V32 sum)
     return hn::Min(hn::Max(value, hn::Zero(d32)), hn::Set(d32, 255));
 }
 
+template <int Count>
+HWY_INLINE void store(const WideConvolution& c, const Sums<Count>& sums, std::uint8_t* out,
+                      std::ptrdiff_t stride)
+{
+    const V32 front = hn::Or(finished(c, sums.of.first), hn::ShiftLeft<8>(finished(c, sums.of.second)));
+    const V32 back = hn::Or(finished(c, sums.of.third), hn::ShiftLeft<8>(finished(c, sums.of.fourth)));
+    hn::StoreU(hn::BitCast(d8, hn::Or(front, hn::ShiftLeft<16>(back))), d8, out);
+    if constexpr (Count > 1)
+        store(c, sums.rest, out + stride, stride);
+}
+
 // Count output rows of one block, Count at most the kernel's size.
 template <int Count>
 HWY_INLINE void convolveRows(const WideConvolution& c, Source source, std::ptrdiff_t x, std::uint8_t* out,
                              std::ptrdiff_t stride)
 {
-    Sums sums[Count];
-    for (Sums& sum : sums)
-        for (V32& lanes : sum.of)
-            lanes = hn::Zero(d32);
+    Sums<Count> sums;
+    clear(sums);
     if (c.high) {
-        addRows<Count>(c.high, c.size, source, x, sums);
-        for (Sums& sum : sums)
-            for (V32& lanes : sum.of)
-                lanes = hn::ShiftLeft<16>(lanes);
+        addRows(c.high, c.size, source, x, sums);
+        lift(sums);
     }
-    addRows<Count>(c.low, c.size, source, x, sums);
-    for (int y = 0; y < Count; ++y) {
-        const Sums& s = sums[y];
-        const V32 front = hn::Or(finished(c, s.of[0]), hn::ShiftLeft<8>(finished(c, s.of[1])));
-        const V32 back = hn::Or(finished(c, s.of[2]), hn::ShiftLeft<8>(finished(c, s.of[3])));
-        hn::StoreU(hn::BitCast(d8, hn::Or(front, hn::ShiftLeft<16>(back))), d8, out + y * stride);
-    }
+    addRows(c.low, c.size, source, x, sums);
+    store(c, sums, out, stride);
 }
 
 void convolveWide(const WideConvolution& c, Source source, std::uint8_t* out, std::ptrdiff_t stride,

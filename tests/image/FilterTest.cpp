@@ -119,7 +119,7 @@ TEST(Filter, EveryReachableSumOverEveryDivisorIsTruncated)
         ramp[i] = std::uint8_t(i);
     forEachKernelTarget([&](auto target) {
         for (long divisor = -260; divisor <= 260; ++divisor)
-            for (long entry : {1, -1, 3, 128, -128, 255, -257, 1000}) {
+            for (long entry : {1, -1, 3, 128, -128, 255, -257, 1000, 16448, -16449}) {
                 const Convolution c{&entry, 1, divisor, entry * divisor < 0 ? 255 : 0};
                 ASSERT_EQ(filtered(ramp, 256, 1, c, false), plainFilter(ramp, 256, 1, c))
                     << int(target) << ": " << entry << " / " << divisor;
