@@ -34,6 +34,7 @@ public:
 
     double ca() const { return m_ca; }
     double sa() const { return m_sa; }
+    int width() const { return m_width; }
     int cx() const { return m_cx; }
     int cy() const { return m_cy; }
     RotationRow sourceRow(int y) const;

@@ -5,7 +5,27 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace ormalux::kernels {
+namespace ormalux {
+
+/// For every source row, the run of its pixels that goes to one target row: from column first up to,
+/// excluding, end, none when end is not above first. They go to the columns target to last, one by one or
+/// some folded together.
+struct RunTable
+{
+    std::int32_t* first;
+    std::int32_t* end;
+    std::int32_t* target;
+    std::int32_t* last;
+
+    static std::size_t capacity(std::size_t rows) { return (rows + 15) & ~std::size_t(15); }
+    static std::size_t bytesFor(std::size_t rows) { return 4 * capacity(rows) * sizeof(std::int32_t); }
+    RunTable(std::size_t rows, std::byte* scratch)
+        : first(reinterpret_cast<std::int32_t*>(scratch)), end(first + capacity(rows)),
+          target(end + capacity(rows)), last(target + capacity(rows))
+    {}
+};
+
+namespace kernels {
 
 /// The cells that a rotation moves count pixels to whose distances from the centre are dx, dx + 1, ... and
 /// exact in single precision: (target row - top) * width + target column. The targets must lie in the picture
@@ -13,8 +33,17 @@ namespace ormalux::kernels {
 void rotationCells(const RotationRow& row, double dx, int top, int width, std::int32_t* cells,
                    std::size_t count);
 
-/// Cells hold 256 + the pixel that was moved there, or 0. Writes the pixels, 0 for empty cells, and a bit for
-/// each of them, 1 where the cell is empty, the lowest bit first.
+/// Cells hold 256 + the pixel that was moved there, or 0; the ones before the first and after the last are 0.
+/// Writes the pixels and a bit for each of them, the lowest bit first: 1 where the cell is empty and the
+/// pixel 0. Empty cells between two full ones are filled at once, with half the sum of these, and count as
+/// full.
 void unpackCells(const std::uint16_t* cells, std::size_t count, std::uint8_t* pixels, std::uint64_t* empty);
 
-} // namespace ormalux::kernels
+/// The runs of the given source rows that go to a target row, ordered from left to right: with a negative
+/// sine by rising source rows, with a positive one by falling ones. Needs exact distances, a cosine that is
+/// not near 0 and a sine that is not too small. Writes up to the table's capacity.
+void rotationRuns(const RotationPath& path, ColumnRange sourceRows, int targetRow, const RunTable& runs);
+
+} // namespace kernels
+
+} // namespace ormalux
