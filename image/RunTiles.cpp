@@ -23,90 +23,125 @@ void copyPieces(const std::uint8_t* from, std::uint8_t* to, int count)
         std::memcpy(to + i, from + i, piece);
 }
 
-/// One target row in the making. Its runs come from left to right: with a negative sine from rising source
-/// rows, so that later runs overwrite, with a positive one from falling rows, so that what is there stays.
-class RowOfRuns
+/// What is known of a target row that has got its runs.
+struct RowState
 {
-public:
-    RowOfRuns(std::uint8_t* row, int width, bool rising, std::int32_t* gaps)
-        : m_row(row), m_width(width), m_rising(rising), m_gaps(gaps)
-    {}
+    int y = 0;
+    int filled = 0; ///< up to here every pixel was reached, but for the gaps
+    int gapCount = 0;
+    std::int32_t* gaps = nullptr; ///< pairs of first and end
+};
 
-    static std::size_t gapBytes(int width) { return (std::size_t(width) / 2 + 2) * 2 * sizeof(std::int32_t); }
+std::size_t gapBytes(int width)
+{
+    return (std::size_t(width) / 2 + 3) * 2 * sizeof(std::int32_t);
+}
 
-    /// The pixels up to here are there, but for the gaps.
-    int filled() const { return m_filled; }
-    int gapCount() const { return m_gapCount; }
-
-    /// Begins the runs of the next source row.
-    void beginSourceRow() { m_floor = m_rising ? 0 : m_filled; }
-
-    void put(const std::uint8_t* from, int target, int count)
-    {
-        const int first = std::max(target, m_floor);
-        const int end = target + count;
+/// Puts the runs of a target row, which come from left to right: with a negative sine from rising source
+/// rows, so that later runs overwrite, with a positive one from falling rows, so that what is there stays.
+void putRuns(const RunTable& runs, const RotationPath& path, const PixelBlock& source, std::uint8_t* row,
+             RowState& state)
+{
+    const ColumnRange sourceRows = path.sourceRows(state.y, state.y + 1);
+    kernels::rotationRuns(path, sourceRows, state.y, runs);
+    std::int32_t* const gaps = state.gaps;
+    const int runCount = sourceRows.end - sourceRows.first;
+    const int width = source.width;
+    const int staying = path.sa() > 0 ? ~0 : 0;
+    int filled = 0, gapCount = 0;
+    const auto put = [&](const std::uint8_t* from, int target, int count, int floor) {
+        const int first = std::max(target, floor), end = target + count;
         if (first >= end)
             return;
-        if (first > m_filled) {
-            m_gaps[2 * m_gapCount] = m_filled;
-            m_gaps[2 * m_gapCount + 1] = first;
-            ++m_gapCount;
-        }
+        // Without a branch, which would be taken at random.
+        gaps[2 * gapCount] = filled;
+        gaps[2 * gapCount + 1] = first;
+        gapCount += first > filled;
         from += first - target;
         const int copied = (end - first + piece - 1) / piece * piece;
-        if (copied <= m_width - first && end >= m_filled)
-            copyPieces(from, m_row + first, end - first);
+        if (copied <= width - first && end >= filled)
+            copyPieces(from, row + first, end - first);
         else
-            std::memcpy(m_row + first, from, std::size_t(end - first));
-        m_filled = std::max(m_filled, end);
+            std::memcpy(row + first, from, std::size_t(end - first));
+        filled = std::max(filled, end);
+    };
+    for (int i = 0; i < runCount; ++i) {
+        const int count = runs.count[i], together = runs.together[i], target = runs.target[i];
+        if (count <= 0)
+            continue;
+        const std::uint8_t* const from = source.bytes + runs.from[i];
+        const int floor = filled & staying;
+        put(from, target, together, floor);
+        if (together == count) [[likely]]
+            continue;
+        // Of pixels that are folded together the later one stays.
+        const int again = target + together - 1, rest = count - together;
+        if (runs.last[i] - again == rest - 1) {
+            put(from + together, again, rest, floor);
+            continue;
+        }
+        const RotationRow motion = path.sourceRow(runs.from[i] / width);
+        const double dx = path.dx(runs.from[i] % width);
+        for (int k = together; k < count; ++k)
+            put(from + k, int(motion.column(dx + k)), 1, floor);
+    }
+    state.filled = filled;
+    state.gapCount = gapCount;
+}
+
+/// Fills a tile's gaps row by row; those at its ends stay 0.
+class GapCloser
+{
+public:
+    GapCloser(const PixelBlock& target, const HoleFill& fill, std::int64_t firstPixel)
+        : m_target(target), m_fill(fill), m_reached{firstPixel, firstPixel}
+    {}
+
+    void close(const RowState& row)
+    {
+        if (row.filled == 0)
+            return;
+        const std::int64_t base = std::int64_t(row.y) * m_target.width;
+        const bool leading = row.gapCount > 0 && row.gaps[0] == 0;
+        closeOne(m_reached.end, leading ? base + row.gaps[1] : base);
+        for (int gap = leading ? 1 : 0; gap < row.gapCount; ++gap)
+            closeOne(base + row.gaps[2 * gap], base + row.gaps[2 * gap + 1]);
+        m_reached.end = base + row.filled;
+    }
+
+    Reached finish(std::int64_t endPixel) const
+    {
+        clear(m_reached.end, endPixel);
+        return m_any ? m_reached : Reached{};
     }
 
 private:
-    std::uint8_t* m_row;
-    int m_width;
-    bool m_rising;
-    std::int32_t* m_gaps; // pairs of first and end
-    int m_gapCount = 0;
-    int m_filled = 0;
-    int m_floor = 0;
-};
+    void clear(std::int64_t first, std::int64_t end) const
+    {
+        if (first < end)
+            std::memset(m_target.bytes + first, 0, std::size_t(end - first));
+    }
 
-/// Puts a run in which some neighbours share their target column, piece by piece: the later one stays.
-void putFolded(RowOfRuns& target, const RotationPath& path, const RotationRow& row,
-               const std::uint8_t* source, int first, int end)
-{
-    const auto column = [&](int x) { return int(row.column(path.dx(x))); };
-    while (first < end) {
-        const int start = column(first);
-        // The longest run without a fold; columns less their sources only fall.
-        int together = 1, folded = end - first + 1;
-        while (folded - together > 1) {
-            const int middle = together + (folded - together) / 2;
-            (column(first + middle - 1) - start == middle - 1 ? together : folded) = middle;
+    void closeOne(std::int64_t first, std::int64_t end)
+    {
+        if (m_any && end - first == 1) {
+            std::uint8_t* const hole = m_target.bytes + first;
+            *hole = std::uint8_t((hole[-1] + hole[1]) >> 1);
+            return;
         }
-        target.put(source + first, start, together);
-        first += together;
-    }
-}
-
-void putRuns(RowOfRuns& target, const RotationPath& path, const PixelBlock& source, int y,
-             const RunTable& runs)
-{
-    const bool rising = path.sa() < 0;
-    const ColumnRange from = path.sourceRows(y, y + 1);
-    kernels::rotationRuns(path, from, y, runs);
-    for (int i = 0; i < from.end - from.first; ++i) {
-        const int count = runs.end[i] - runs.first[i];
-        if (count <= 0)
-            continue;
-        const int sourceY = rising ? from.first + i : from.end - 1 - i;
-        target.beginSourceRow();
-        if (runs.last[i] - runs.target[i] == count - 1)
-            target.put(source.row(sourceY) + runs.first[i], runs.target[i], count);
+        clear(first, end);
+        if (m_any)
+            m_fill.fill(first, end);
         else
-            putFolded(target, path, path.sourceRow(sourceY), source.row(sourceY), runs.first[i], runs.end[i]);
+            m_reached.first = end;
+        m_any = true;
     }
-}
+
+    PixelBlock m_target;
+    const HoleFill& m_fill;
+    Reached m_reached;
+    bool m_any = false;
+};
 
 } // namespace
 
@@ -119,42 +154,21 @@ bool RunTiles::suit(const PixelBlock& image, const RotationPath& path)
 
 std::size_t RunTiles::scratchBytes(int) const
 {
-    return RunTable::bytesFor(std::size_t(m_source.height)) + RowOfRuns::gapBytes(m_target.width);
+    return RunTable::bytesFor(std::size_t(m_source.height)) + gapBytes(m_target.width);
 }
 
 Reached RunTiles::make(TileRows rows, std::byte* scratch) const
 {
     const RunTable runs(std::size_t(m_source.height), scratch);
-    auto* const gaps =
-        reinterpret_cast<std::int32_t*>(scratch + RunTable::bytesFor(std::size_t(m_source.height)));
-    const bool rising = m_path.sa() < 0;
-    const std::int64_t width = m_target.width;
-    Reached reached{rows.top * width, rows.top * width};
-    bool any = false;
-    const auto close = [&](std::int64_t first, std::int64_t end) {
-        if (first < end)
-            std::memset(m_target.bytes + first, 0, std::size_t(end - first));
-        if (any)
-            m_fill.fill(first, end);
-        else
-            reached.first = end;
-        any = true;
-    };
-    for (int y = rows.top; y < rows.end; ++y) {
-        RowOfRuns row(m_target.row(y), m_target.width, rising, gaps);
-        putRuns(row, m_path, m_source, y, runs);
-        if (row.filled() == 0)
-            continue;
+    RowState row;
+    row.gaps = reinterpret_cast<std::int32_t*>(scratch + RunTable::bytesFor(std::size_t(m_source.height)));
+    GapCloser closer(m_target, m_fill, std::int64_t(rows.top) * m_target.width);
+    for (row.y = rows.top; row.y < rows.end; ++row.y) {
+        putRuns(runs, m_path, m_source, m_target.row(row.y), row);
         // Gaps come last: a pixel beside one may have been overwritten meanwhile.
-        const std::int64_t base = y * width;
-        const bool leading = row.gapCount() > 0 && gaps[0] == 0;
-        close(reached.end, leading ? base + gaps[1] : base);
-        for (int gap = leading ? 1 : 0; gap < row.gapCount(); ++gap)
-            close(base + gaps[2 * gap], base + gaps[2 * gap + 1]);
-        reached.end = base + row.filled();
+        closer.close(row);
     }
-    std::memset(m_target.bytes + reached.end, 0, std::size_t(rows.end * width - reached.end));
-    return any ? reached : Reached{};
+    return closer.finish(std::int64_t(rows.end) * m_target.width);
 }
 
 } // namespace ormalux

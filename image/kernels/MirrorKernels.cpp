@@ -1,5 +1,6 @@
 #include "image/kernels/MirrorKernels.h"
 
+#include <algorithm>
 #include <utility>
 
 #undef HWY_TARGET_INCLUDE
@@ -123,14 +124,29 @@ void swapReversedTriples(std::uint8_t* a, std::uint8_t* b, std::size_t count)
 
 void swapBytes(std::uint8_t* a, std::uint8_t* b, std::size_t count)
 {
-    const hn::ScalableTag<std::uint8_t> d;
-    const std::size_t lanes = hn::Lanes(d);
     std::size_t i = 0;
-    for (; i + lanes <= count; i += lanes) {
-        const auto fromA = hn::LoadU(d, a + i);
-        hn::StoreU(hn::LoadU(d, b + i), d, a + i);
-        hn::StoreU(fromA, d, b + i);
+#if !ORMALUX_PLAIN
+    const hn::ScalableTag<std::uint8_t> d;
+    const hn::CappedTag<std::uint8_t, 16> narrow;
+    const std::size_t lanes = hn::Lanes(d);
+    const auto swapAt = [&](auto tag, std::size_t at) {
+        const auto fromA = hn::LoadU(tag, a + at);
+        hn::StoreU(hn::LoadU(tag, b + at), tag, a + at);
+        hn::StoreU(fromA, tag, b + at);
+    };
+    // Up to where wide accesses to one run, and in most pictures to both, do not straddle cache lines.
+    const std::size_t head = std::min((0 - reinterpret_cast<std::uintptr_t>(a)) % lanes, count);
+    for (; i + 16 <= head; i += 16)
+        swapAt(narrow, i);
+    for (; i < head; ++i)
+        std::swap(a[i], b[i]);
+    for (; i + 2 * lanes <= count; i += 2 * lanes) {
+        swapAt(d, i);
+        swapAt(d, i + lanes);
     }
+    for (; i + 16 <= count; i += 16)
+        swapAt(narrow, i);
+#endif
     for (; i < count; ++i)
         std::swap(a[i], b[i]);
 }

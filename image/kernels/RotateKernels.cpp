@@ -78,20 +78,82 @@ namespace {
 using Doubles = hn::ScalableTag<double>;
 using DoublesV = hn::Vec<Doubles>;
 
-// A run's bounds are found in two steps: a quotient that is off by less than this, then one exact comparison.
-constexpr double slack = 1e-4;
+// Truncation takes everything above -1 to 0.
+constexpr double aboveMinus1 = -1.0 + 0x1p-53;
 
-// The first whole dx from where on dx * factor + a + b is at least bound, for a positive factor, or below it,
-// for a negative one.
-DoublesV firstDistance(DoublesV bound, DoublesV factor, DoublesV inverse, DoublesV a, DoublesV b, bool rises)
+/// Where a position dx * factor + a + b crosses a bound. It is found in two steps: a quotient that is off by
+/// less than the slack, then one exact comparison.
+class Crossing
 {
-    const Doubles d;
-    const auto quotient = hn::Mul(hn::Sub(hn::Sub(bound, b), a), inverse);
-    const auto n = hn::Ceil(hn::Sub(quotient, hn::Set(d, slack)));
-    const auto position = hn::Add(hn::Add(hn::Mul(n, factor), a), b);
-    const auto reached = rises ? hn::Ge(position, bound) : hn::Lt(position, bound);
-    return hn::IfThenElse(reached, n, hn::Add(n, hn::Set(d, 1.0)));
-}
+public:
+    Crossing(double bound, double factor, double b)
+        : m_bound(hn::Set(d, bound)), m_factor(hn::Set(d, factor)), m_b(hn::Set(d, b)),
+          m_perA(hn::Set(d, -1 / factor)), m_guess(hn::Set(d, (bound - b) / factor - slack)),
+          m_rises(factor > 0)
+    {}
+    /// The first whole dx from where on the position is at least the bound, or below it when it falls.
+    DoublesV first(DoublesV a) const
+    {
+        const auto n = hn::Ceil(hn::MulAdd(a, m_perA, m_guess));
+        const auto position = hn::Add(hn::Add(hn::Mul(n, m_factor), a), m_b);
+        const auto before = m_rises ? hn::Lt(position, m_bound) : hn::Ge(position, m_bound);
+        return hn::Add(n, hn::IfThenElseZero(before, hn::Set(d, 1.0)));
+    }
+
+private:
+    static constexpr Doubles d{};
+    static constexpr double slack = 1e-4;
+    DoublesV m_bound, m_factor, m_b, m_perA, m_guess;
+    bool m_rises;
+};
+
+/// The columns of source rows in one target row's terms.
+class Columns
+{
+public:
+    explicit Columns(const RotationPath& path)
+        : m_left(aboveMinus1, path.ca(), path.cx()), m_right(path.width(), path.ca(), path.cx()),
+          m_ca(hn::Set(d, path.ca())), m_cx(hn::Set(d, path.cx())), m_width(hn::Set(d, path.width())),
+          m_perFold(hn::Set(d, 1 / (1 - path.ca())))
+    {}
+    void beginRows(DoublesV dySin) { m_minusSin = hn::Neg(dySin); }
+    DoublesV at(DoublesV dx) const { return hn::Add(hn::Add(hn::Mul(dx, m_ca), m_minusSin), m_cx); }
+
+    /// The columns of the first pixel and of the last before end, untruncated, after cutting off what leaves
+    /// the frame; few runs do.
+    void clip(DoublesV& first, DoublesV& end, DoublesV& start, DoublesV& last) const
+    {
+        const auto one = hn::Set(d, 1.0);
+        first = hn::Max(first, hn::Neg(m_cx));
+        end = hn::Min(end, hn::Sub(m_width, m_cx));
+        start = at(first);
+        last = at(hn::Sub(end, one));
+        if (hn::AllTrue(d, hn::And(hn::Ge(start, hn::Set(d, aboveMinus1)), hn::Lt(last, m_width))))
+            return;
+        first = hn::Max(first, m_left.first(m_minusSin));
+        end = hn::Min(end, m_right.first(m_minusSin));
+        start = at(first);
+        last = at(hn::Sub(end, one));
+    }
+    /// How many pixels from first on go to columns one by one. Columns less their sources only fall, and
+    /// first where the fraction of the first one has been used up.
+    DoublesV together(DoublesV first, DoublesV start, DoublesV target, DoublesV count) const
+    {
+        const auto one = hn::Set(d, 1.0);
+        // The quotient may be off by much of the slack: it divides by as little as 1 - cos of the smallest
+        // angle.
+        const auto slack = hn::Set(d, 0.1);
+        const auto quotient = hn::Mul(hn::Sub(start, target), m_perFold);
+        const auto n = hn::Max(hn::Ceil(hn::Sub(quotient, slack)), one);
+        const auto folded = hn::Lt(at(hn::Add(first, n)), hn::Add(target, n));
+        return hn::Min(count, hn::IfThenElse(folded, n, hn::Add(n, one)));
+    }
+
+private:
+    static constexpr Doubles d{};
+    Crossing m_left, m_right;
+    DoublesV m_ca, m_cx, m_width, m_perFold, m_minusSin;
+};
 
 } // namespace
 
@@ -101,34 +163,31 @@ void rotationRuns(const RotationPath& path, ColumnRange sourceRows, int targetRo
     const hn::Rebind<std::int32_t, Doubles> d32;
     const std::size_t lanes = hn::Lanes(d);
     const bool rises = path.sa() > 0;
-    // Truncation takes everything above -1 to 0.
-    constexpr double aboveMinus1 = -1.0 + 0x1p-53;
-    const auto top = hn::Set(d, targetRow == 0 ? aboveMinus1 : double(targetRow));
-    const auto bottom = hn::Set(d, double(targetRow) + 1);
-    const auto frameLeft = hn::Set(d, aboveMinus1), frameRight = hn::Set(d, double(path.width()));
+    const double top = targetRow == 0 ? aboveMinus1 : targetRow, bottom = targetRow + 1.0;
+    const Crossing begins(rises ? top : bottom, path.sa(), path.cy());
+    const Crossing ends(rises ? bottom : top, path.sa(), path.cy());
+    Columns columns(path);
     const auto ca = hn::Set(d, path.ca()), sa = hn::Set(d, path.sa());
-    const auto inverseCa = hn::Set(d, 1 / path.ca()), inverseSa = hn::Set(d, 1 / path.sa());
-    const auto cx = hn::Set(d, double(path.cx())), cy = hn::Set(d, double(path.cy()));
-    const auto leftmost = hn::Neg(cx), rightmost = hn::Sub(frameRight, cx);
-    const auto one = hn::Set(d, 1.0);
+    const auto width = hn::Set(d, path.width());
+    const auto center = hn::Set(d, double(path.cy()) * path.width() + path.cx());
     const auto step = hn::Set(d, rises ? -double(lanes) : double(lanes));
-    const double firstRow = rises ? double(sourceRows.end) - 1 : double(sourceRows.first);
-    auto dy = hn::Iota(d, 0);
-    dy = hn::Add(hn::Set(d, firstRow - path.cy()), rises ? hn::Neg(dy) : dy);
-    const std::size_t count = std::size_t(sourceRows.end - sourceRows.first);
-    for (std::size_t i = 0; i < count; i += lanes) {
-        const auto dySin = hn::Mul(dy, sa), dyCos = hn::Mul(dy, ca);
-        const auto minusSin = hn::Neg(dySin);
-        auto first = firstDistance(rises ? top : bottom, sa, inverseSa, dyCos, cy, rises);
-        auto end = firstDistance(rises ? bottom : top, sa, inverseSa, dyCos, cy, rises);
-        first = hn::Max(first, firstDistance(frameLeft, ca, inverseCa, minusSin, cx, true));
-        end = hn::Min(end, firstDistance(frameRight, ca, inverseCa, minusSin, cx, true));
-        first = hn::Max(first, leftmost);
-        end = hn::Min(end, rightmost);
-        const auto target = hn::Add(hn::Sub(hn::Mul(first, ca), dySin), cx);
-        const auto last = hn::Add(hn::Sub(hn::Mul(hn::Sub(end, one), ca), dySin), cx);
-        hn::StoreU(hn::DemoteTo(d32, hn::Add(first, cx)), d32, runs.first + i);
-        hn::StoreU(hn::DemoteTo(d32, hn::Add(end, cx)), d32, runs.end + i);
+    const auto lane = hn::Iota(d, 0);
+    auto dy = hn::Set(d, double(rises ? sourceRows.end - 1 : sourceRows.first) - path.cy());
+    dy = rises ? hn::Sub(dy, lane) : hn::Add(dy, lane);
+    const std::size_t rows = std::size_t(sourceRows.end - sourceRows.first);
+    for (std::size_t i = 0; i < rows; i += lanes) {
+        const auto dyCos = hn::Mul(dy, ca);
+        columns.beginRows(hn::Mul(dy, sa));
+        auto first = begins.first(dyCos), end = ends.first(dyCos);
+        DoublesV start, last;
+        columns.clip(first, end, start, last);
+        const auto count = hn::Sub(end, first);
+        const auto target = hn::Trunc(start);
+        const auto together = columns.together(first, start, target, count);
+        const auto from = hn::Add(hn::Add(hn::Mul(dy, width), first), center);
+        hn::StoreU(hn::DemoteTo(d32, from), d32, runs.from + i);
+        hn::StoreU(hn::DemoteTo(d32, count), d32, runs.count + i);
+        hn::StoreU(hn::DemoteTo(d32, together), d32, runs.together + i);
         hn::StoreU(hn::DemoteTo(d32, target), d32, runs.target + i);
         hn::StoreU(hn::DemoteTo(d32, last), d32, runs.last + i);
         dy = hn::Add(dy, step);

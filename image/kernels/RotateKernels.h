@@ -7,21 +7,23 @@
 
 namespace ormalux {
 
-/// For every source row, the run of its pixels that goes to one target row: from column first up to,
-/// excluding, end, none when end is not above first. They go to the columns target to last, one by one or
-/// some folded together.
+/// For every source row, the run of its pixels that goes to one target row: count of them, none when count is
+/// not above 0, from the byte `from` of an unpadded gray picture on. They go to the columns target to last:
+/// the first `together` one by one, the next to the same column as the last of these, the rest mostly one by
+/// one again.
 struct RunTable
 {
-    std::int32_t* first;
-    std::int32_t* end;
+    std::int32_t* from;
+    std::int32_t* count;
+    std::int32_t* together;
     std::int32_t* target;
     std::int32_t* last;
 
     static std::size_t capacity(std::size_t rows) { return (rows + 15) & ~std::size_t(15); }
-    static std::size_t bytesFor(std::size_t rows) { return 4 * capacity(rows) * sizeof(std::int32_t); }
+    static std::size_t bytesFor(std::size_t rows) { return 5 * capacity(rows) * sizeof(std::int32_t); }
     RunTable(std::size_t rows, std::byte* scratch)
-        : first(reinterpret_cast<std::int32_t*>(scratch)), end(first + capacity(rows)),
-          target(end + capacity(rows)), last(target + capacity(rows))
+        : from(reinterpret_cast<std::int32_t*>(scratch)), count(from + capacity(rows)),
+          together(count + capacity(rows)), target(together + capacity(rows)), last(target + capacity(rows))
     {}
 };
 
