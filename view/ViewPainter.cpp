@@ -38,6 +38,26 @@ RECT nearFrame(const RECT& rect, QSize client)
     return {x(rect.left), y(rect.top), x(rect.right), y(rect.bottom)};
 }
 
+/// A gray level as it stands in its cell, drawn once: thousands of them are visible at a time. Kept for one
+/// scale of the screen; only the thread that paints comes here.
+const QImage& levelLabel(std::uint8_t level, qreal scale)
+{
+    static QImage labels[256];
+    QImage& label = labels[level];
+    const int cell = int(largestZoom);
+    if (!label.isNull() && label.devicePixelRatio() == scale)
+        return label;
+    label = QImage(QSize(cell, cell) * scale, QImage::Format_ARGB32_Premultiplied);
+    label.setDevicePixelRatio(scale);
+    label.fill(Qt::transparent);
+    QPainter painter(&label);
+    painter.setFont(cachedFont(levelHeight));
+    painter.setPen(toQColor(levelColor));
+    painter.drawText(QRect(0, 0, cell, cell), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                     QString::number(level));
+    return label;
+}
+
 QPolygon corners(const RECT& rect)
 {
     return QPolygon(
@@ -87,17 +107,14 @@ void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& 
     if (frame.isNull() || picture.empty() || picture.bitCount != 8 || geometry.zoom < largestZoom || !qGuiApp)
         return;
     QPainter painter(&frame);
-    painter.setFont(cachedFont(levelHeight));
-    painter.setPen(toQColor(levelColor));
     const QSize client = clientOf(frame);
     const CPoint first = geometry.toImage({0, 0});
     const CPoint last = geometry.toImage({double(client.width()), double(client.height())});
     for (int y = std::max<int>(first.y, 0); y <= std::min<int>(last.y, picture.height - 1); ++y)
         for (int x = std::max<int>(first.x, 0); x <= std::min<int>(last.x, picture.width - 1); ++x) {
             const CPoint corner = geometry.toDevicePoint(x, y);
-            painter.drawText(QRect(corner.x, corner.y, int(geometry.zoom), int(geometry.zoom)),
-                             Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                             QString::number(picture.row(y)[x]));
+            painter.drawImage(QPoint(corner.x, corner.y),
+                              levelLabel(picture.row(y)[x], frame.devicePixelRatio()));
         }
 }
 
