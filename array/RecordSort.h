@@ -2,11 +2,11 @@
 
 #include "array/RadixSort.h"
 #include "array/RecordArray.h"
+#include "platform/LargeMemory.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <span>
@@ -35,17 +35,22 @@ auto ordinal(Key key)
     }
 }
 
-struct Freer
+struct BlockFreer
 {
-    void operator()(void* memory) const { std::free(memory); }
+    std::size_t bytes = 0;
+    void operator()(void* block) const { freeBlock(block, bytes); }
 };
 
-/// Memory for n values of a trivial type, holding anything; null when it is short.
 template <class T>
-std::unique_ptr<T[], Freer> scratchFor(std::size_t n)
+using Scratch = std::unique_ptr<T[], BlockFreer>;
+
+/// Memory for n values of a trivial type, holding anything; null when it is short or n is 0.
+template <class T>
+Scratch<T> scratchFor(std::size_t n)
 {
     static_assert(std::is_trivially_copyable_v<T>);
-    return std::unique_ptr<T[], Freer>(static_cast<T*>(std::malloc(n * sizeof(T))));
+    const std::size_t bytes = n * sizeof(T);
+    return Scratch<T>(static_cast<T*>(bytes > 0 ? allocateBlock(bytes) : nullptr), BlockFreer{bytes});
 }
 
 template <class Record, class KeyOf>
@@ -62,24 +67,38 @@ void insertionSort(std::span<Record> records, KeyOf keyOf)
     }
 }
 
-/// Counts the digits while the records are copied aside, then deals them out to where they belong.
-template <int digits, class Record, class DigitOf>
-bool countingSort(std::span<Record> records, DigitOf digitOf)
+/// Has the cache lines fetched that the next records of a stream are written to.
+template <class Record>
+void prefetchBehind(const Record* written)
+{
+    __builtin_prefetch(reinterpret_cast<const char*>(written) + 128, 1);
+}
+
+constexpr int widestCount = 13;
+
+/// Counts the digits, below 2^bits, while the records are copied aside, then deals the records out to where
+/// they belong. The streams of writes are too many for the processor to foresee, hence the prefetch.
+template <class Record, class DigitOf>
+bool countingSort(std::span<Record> records, DigitOf digitOf, int bits)
 {
     const std::size_t n = records.size();
     const auto aside = scratchFor<Record>(n);
     if (!aside)
         return false;
-    std::uint32_t places[digits] = {};
+    std::uint32_t places[1 << widestCount];
+    std::fill_n(places, std::size_t(1) << bits, 0u);
     for (std::size_t i = 0; i < n; ++i) {
         aside[i] = records[i];
         ++places[digitOf(records[i])];
     }
     std::uint32_t before = 0;
-    for (std::uint32_t& place : places)
-        before += std::exchange(place, before);
-    for (std::size_t i = 0; i < n; ++i)
-        records[places[digitOf(aside[i])]++] = aside[i];
+    for (std::size_t digit = 0; digit < std::size_t(1) << bits; ++digit)
+        before += std::exchange(places[digit], before);
+    for (std::size_t i = 0; i < n; ++i) {
+        Record* to = &records[places[digitOf(aside[i])]++];
+        *to = aside[i];
+        prefetchBehind(to);
+    }
     return true;
 }
 
@@ -97,8 +116,11 @@ bool sortByPlaces(std::span<Record> records, OrdinalOf ordinalOf, int bits)
         pairs[i] = {Key(ordinalOf(records[i])), std::uint32_t(i)};
     std::copy(records.begin(), records.end(), aside.get());
     const KeyedPlace<Key>* sorted = radixSort(pairs.get(), scratch.get(), n, bits);
-    for (std::size_t i = 0; i < n; ++i)
+    constexpr std::size_t ahead = 16; // records lie anywhere: fetch some before they are needed
+    for (std::size_t i = 0; i < n; ++i) {
+        __builtin_prefetch(&aside[sorted[std::min(i + ahead, n - 1)].place]);
         records[i] = aside[sorted[i].place];
+    }
     return true;
 }
 
@@ -108,7 +130,8 @@ bool distribute(std::span<Record> records, KeyOf keyOf)
 {
     using Ordinal = decltype(ordinal(keyOf(records[0])));
     if constexpr (sizeof(Ordinal) == 1) {
-        return countingSort<256>(records, [keyOf](const Record& r) { return ordinal(keyOf(r)); });
+        return countingSort(
+            records, [keyOf](const Record& r) { return ordinal(keyOf(r)); }, 8);
     } else {
         if (records.size() < 512)
             return false;
@@ -121,8 +144,8 @@ bool distribute(std::span<Record> records, KeyOf keyOf)
         }
         const auto offset = [keyOf, low](const Record& r) { return Ordinal(ordinal(keyOf(r)) - low); };
         const int bits = std::bit_width(Ordinal(high - low));
-        if (bits <= 11)
-            return countingSort<2048>(records, offset);
+        if (bits <= widestCount && records.size() >= std::size_t(1) << bits >> 2)
+            return countingSort(records, offset, bits);
         if (bits <= 32)
             return sortByPlaces<std::uint32_t>(records, offset, bits);
         return sortByPlaces<std::uint64_t>(records, offset, bits);

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/LargeMemory.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <type_traits>
@@ -27,7 +28,7 @@ public:
     ~RecordStorage()
     {
         truncate(0);
-        std::free(static_cast<void*>(m_data));
+        freeBlock(m_data, bytesFor(m_allocated));
     }
 
     void swap(RecordStorage& other) noexcept
@@ -47,23 +48,10 @@ public:
     {
         if (n == m_allocated)
             return true;
-        const std::size_t bytes = std::size_t(n) * sizeof(Record);
-        if constexpr (trivial) {
-            void* fresh = std::realloc(static_cast<void*>(m_data), bytes);
-            if (!fresh)
-                return false;
-            m_data = static_cast<Record*>(fresh);
-            m_live = std::min(m_live, n);
-        } else {
-            auto* fresh = static_cast<Record*>(std::malloc(bytes));
-            if (!fresh)
-                return false;
-            truncate(n);
-            std::uninitialized_move(m_data, m_data + m_live, fresh);
-            std::destroy(m_data, m_data + m_live);
-            std::free(static_cast<void*>(m_data));
-            m_data = fresh;
-        }
+        Record* moved = moveTo(n);
+        if (!moved)
+            return false;
+        m_data = moved;
         m_allocated = n;
         return true;
     }
@@ -73,7 +61,7 @@ public:
     {
         if (n <= m_allocated)
             return true;
-        const std::int64_t ahead = std::int64_t(m_allocated) + m_allocated / 2;
+        const std::int64_t ahead = std::int64_t(m_allocated) * 2;
         return resize(int(std::clamp<std::int64_t>(ahead, n, INT32_MAX)));
     }
 
@@ -122,6 +110,30 @@ public:
     }
 
 private:
+    static std::size_t bytesFor(int n) { return std::size_t(n) * sizeof(Record); }
+
+    /// A block for n records with the live ones among the first n, in place of the old one; null when memory
+    /// is short.
+    Record* moveTo(int n)
+    {
+        if constexpr (trivial) {
+            void* moved =
+                m_data ? resizeBlock(m_data, bytesFor(m_allocated), bytesFor(n)) : allocateBlock(bytesFor(n));
+            if (moved)
+                m_live = std::min(m_live, n);
+            return static_cast<Record*>(moved);
+        } else {
+            auto* moved = static_cast<Record*>(allocateBlock(bytesFor(n)));
+            if (moved) {
+                truncate(n);
+                std::uninitialized_move(m_data, m_data + m_live, moved);
+                std::destroy(m_data, m_data + m_live);
+                freeBlock(m_data, bytesFor(m_allocated));
+            }
+            return moved;
+        }
+    }
+
     bool fillFrom(const RecordStorage& other)
     {
         if constexpr (trivial) {

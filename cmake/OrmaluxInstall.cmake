@@ -10,7 +10,7 @@ install(EXPORT OrmaluxTargets NAMESPACE Ormalux:: DESTINATION ${config_dir})
 
 # The public headers and the few that they include.
 set(interface_headers
-  platform/Export.h platform/Stdlib.h platform/Types.h
+  platform/Export.h platform/LargeMemory.h platform/Stdlib.h platform/Types.h
   image/GrayView.h image/VisionImage.h
   color/ColorConversion.h color/ColorView.h color/VisionImage24.h)
 file(GLOB array_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/array/*Array.h)

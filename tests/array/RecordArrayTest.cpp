@@ -23,11 +23,6 @@ _stPixel recordOf(int n)
     return {n, -n, std::uint8_t(n), n / 4.0};
 }
 template <>
-LONG recordOf(int n)
-{
-    return n;
-}
-template <>
 std::uint8_t recordOf(int n)
 {
     return std::uint8_t(n);
@@ -180,8 +175,8 @@ class RecordArrays : public testing::Test
 };
 
 using Members = testing::Types<Member<CRectArray, RECT>, Member<CPixelArray, _stPixel>,
-                               Member<CLongArray, LONG>, Member<CSortByteArray, std::uint8_t>,
-                               Member<CSortStringArray, CString>, Member<CPointArrayArray, CPointArray>>;
+                               Member<CSortByteArray, std::uint8_t>, Member<CSortStringArray, CString>,
+                               Member<CPointArrayArray, CPointArray>>;
 TYPED_TEST_SUITE(RecordArrays, Members);
 
 } // namespace

@@ -65,7 +65,7 @@ template <class Array, class SetKey, class KeyOf, class Number>
 void checkSort(const char* name, void (Array::*sort)(), SetKey setKey, KeyOf keyOf, Number number)
 {
     for (int manner = 0; manner < Keys::manners; ++manner)
-        for (int n : {0, 1, 2, 3, 24, 25, 130, 511, 700}) {
+        for (int n : {0, 1, 2, 3, 24, 25, 130, 511, manner == 2 ? 1100 : 700}) {
             Array array;
             Keys keys(manner);
             const auto added = array.appendForOverwrite(std::size_t(n));
@@ -83,53 +83,68 @@ void checkSort(const char* name, void (Array::*sort)(), SetKey setKey, KeyOf key
         }
 }
 
-#define CHECK_SORT(Array, Sort, field, id)                                                                   \
-    checkSort(                                                                                               \
-        #Array "::" #Sort, &Array::Sort, [](auto& r, Keys& k) { r.field = k.next<decltype(r.field)>(); },    \
-        [](const auto& r) { return r.field; }, [](auto& r, int i) { r.id = decltype(r.id)(i); })
+/// By a field, while another one tells the records apart.
+template <class Array, class Record, class Key, class Id>
+void checkFieldSort(const char* name, void (Array::*sort)(), Key Record::*key, Id Record::*id)
+{
+    checkSort(
+        name, sort, [key](auto& r, Keys& keys) { r.*key = keys.next<Key>(); },
+        [key](const auto& r) { return r.*key; }, [id](auto& r, int i) { r.*id = Id(i); });
+}
 
-// One side of a rectangle is set and the other numbers the records, so widths take all values.
-#define CHECK_EXTENT_SORT(Array, Sort, low, high)                                                            \
-    checkSort(                                                                                               \
-        #Array "::" #Sort, &Array::Sort, [](auto& r, Keys& k) { r.high = r.low + k.next<std::int16_t>(); },  \
-        [](const auto& r) { return std::int64_t(r.high) - r.low; }, [](auto& r, int i) { r.low = i; })
+/// By the extent between two fields, the lower one of which tells the records apart.
+template <class Array, class Record>
+void checkExtentSort(const char* name, void (Array::*sort)(), LONG Record::*low, LONG Record::*high)
+{
+    checkSort(
+        name, sort, [=](auto& r, Keys& keys) { r.*high = r.*low + keys.next<std::int16_t>(); },
+        [=](const auto& r) { return std::int64_t(r.*high) - r.*low; }, [=](auto& r, int i) { r.*low = i; });
+}
 
 } // namespace
 
-TEST(Sort, GeometryArraysSortAsTheBubbleSortDoes)
+TEST(Sort, RectanglesPointsAndSizesSortAsTheBubbleSortDoes)
 {
-    CHECK_SORT(CRectArray, SortLeft, left, top);
-    CHECK_SORT(CRectArray, SortTop, top, left);
-    CHECK_SORT(CRectArray, SortRight, right, left);
-    CHECK_SORT(CRectArray, SortBottom, bottom, left);
-    CHECK_EXTENT_SORT(CRectArray, SortWidth, left, right);
-    CHECK_EXTENT_SORT(CRectArray, SortHeight, left, right); // by width
-    CHECK_SORT(CPointArray, SortX, x, y);
-    CHECK_SORT(CPointArray, SortY, y, x);
-    CHECK_SORT(CSizeArray, SortWidth, cx, cy);
-    CHECK_SORT(CSizeArray, SortHeight, cy, cx);
-    CHECK_SORT(CBlobRectArray, SortLeft, left, value1);
-    CHECK_SORT(CBlobRectArray, SortTop, top, value1);
-    CHECK_SORT(CBlobRectArray, SortRight, right, value1);
-    CHECK_SORT(CBlobRectArray, SortBottom, bottom, value1);
-    CHECK_EXTENT_SORT(CBlobRectArray, SortWidth, left, right);
-    CHECK_EXTENT_SORT(CBlobRectArray, SortHeight, top, bottom);
-    CHECK_SORT(CBlobRectArray, SortPixelCount, pixel_count, value1);
+    checkFieldSort("SortLeft", &CRectArray::SortLeft, &RECT::left, &RECT::top);
+    checkFieldSort("SortTop", &CRectArray::SortTop, &RECT::top, &RECT::left);
+    checkFieldSort("SortRight", &CRectArray::SortRight, &RECT::right, &RECT::left);
+    checkFieldSort("SortBottom", &CRectArray::SortBottom, &RECT::bottom, &RECT::left);
+    checkExtentSort("SortWidth", &CRectArray::SortWidth, &RECT::left, &RECT::right);
+    checkExtentSort("SortHeight, by width", &CRectArray::SortHeight, &RECT::left, &RECT::right);
+    checkFieldSort("SortX", &CPointArray::SortX, &POINT::x, &POINT::y);
+    checkFieldSort("SortY", &CPointArray::SortY, &POINT::y, &POINT::x);
+    checkFieldSort("SortWidth", &CSizeArray::SortWidth, &SIZE::cx, &SIZE::cy);
+    checkFieldSort("SortHeight", &CSizeArray::SortHeight, &SIZE::cy, &SIZE::cx);
+}
+
+TEST(Sort, BlobsSortAsTheBubbleSortDoes)
+{
+    using Blobs = CBlobRectArray;
+    using Blob = _stBlobRect;
+    checkFieldSort("SortLeft", &Blobs::SortLeft, &Blob::left, &Blob::value1);
+    checkFieldSort("SortTop", &Blobs::SortTop, &Blob::top, &Blob::value1);
+    checkFieldSort("SortRight", &Blobs::SortRight, &Blob::right, &Blob::value1);
+    checkFieldSort("SortBottom", &Blobs::SortBottom, &Blob::bottom, &Blob::value1);
+    checkExtentSort("SortWidth", &Blobs::SortWidth, &Blob::left, &Blob::right);
+    checkExtentSort("SortHeight", &Blobs::SortHeight, &Blob::top, &Blob::bottom);
+    checkFieldSort("SortPixelCount", &Blobs::SortPixelCount, &Blob::pixel_count, &Blob::value1);
 }
 
 TEST(Sort, PixelArraysSortAsTheBubbleSortDoes)
 {
-    CHECK_SORT(CPixelArray, SortX, x, y);
-    CHECK_SORT(CPixelArray, SortY, x, y); // by x
-    CHECK_SORT(CPixelArray, SortGrayLevel, gray_level, y);
-    CHECK_SORT(CPixelArray, SortParameter, parameter, y);
-    CHECK_SORT(CColorPixelArray, SortX, x, y);
-    CHECK_SORT(CColorPixelArray, SortY, x, y);
-    CHECK_SORT(CColorPixelExArray, SortX, x, y);
-    CHECK_SORT(CColorPixelExArray, SortY, x, y);
-    CHECK_SORT(CPixelBunchArray, SortTotalCount, total_count, percent);
-    CHECK_SORT(CPixelBunchArray, SortGrayLevel, gray_level, total_count);
-    CHECK_SORT(CPixelBunchArray, SortPercent, percent, total_count);
+    checkFieldSort("SortX", &CPixelArray::SortX, &_stPixel::x, &_stPixel::y);
+    checkFieldSort("SortY, by x", &CPixelArray::SortY, &_stPixel::x, &_stPixel::y);
+    checkFieldSort("SortGrayLevel", &CPixelArray::SortGrayLevel, &_stPixel::gray_level, &_stPixel::y);
+    checkFieldSort("SortParameter", &CPixelArray::SortParameter, &_stPixel::parameter, &_stPixel::y);
+    checkFieldSort("SortX", &CColorPixelArray::SortX, &_stColorPixel::x, &_stColorPixel::y);
+    checkFieldSort("SortY, by x", &CColorPixelArray::SortY, &_stColorPixel::x, &_stColorPixel::y);
+    checkFieldSort("SortX", &CColorPixelExArray::SortX, &_stColorPixelEx::x, &_stColorPixelEx::y);
+    checkFieldSort("SortY, by x", &CColorPixelExArray::SortY, &_stColorPixelEx::x, &_stColorPixelEx::y);
+    using Bunches = CPixelBunchArray;
+    using Bunch = _stPixelBunch;
+    checkFieldSort("SortTotalCount", &Bunches::SortTotalCount, &Bunch::total_count, &Bunch::percent);
+    checkFieldSort("SortGrayLevel", &Bunches::SortGrayLevel, &Bunch::gray_level, &Bunch::total_count);
+    checkFieldSort("SortPercent", &Bunches::SortPercent, &Bunch::percent, &Bunch::total_count);
 }
 
 TEST(Sort, ValueArraysSortAsTheBubbleSortDoes)
