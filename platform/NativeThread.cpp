@@ -52,11 +52,14 @@ void NativeThread::end(std::chrono::steady_clock::time_point deadline)
 {
     if (!m_state)
         return;
-    // A thread cannot finish while its module is being unloaded; having left its body is as far as it comes.
-    while (!m_state->left.load(std::memory_order_acquire) && std::chrono::steady_clock::now() < deadline &&
-           WaitForSingleObject(m_state->handle, 1) == WAIT_TIMEOUT) {
+    // A thread cannot finish while its module is being unloaded; having left its body is as far as it comes,
+    // and there it needs nothing of the module any more. Only one that is still busy is stopped: stopping a
+    // thread on its way out could leave the system's loader locked for ever.
+    while (WaitForSingleObject(m_state->handle, 1) == WAIT_TIMEOUT &&
+           std::chrono::steady_clock::now() < deadline) {
     }
-    TerminateThread(m_state->handle, 1);
+    if (!m_state->left.load(std::memory_order_acquire))
+        TerminateThread(m_state->handle, 1);
     CloseHandle(m_state->handle);
     m_state.reset();
 }
