@@ -2,6 +2,7 @@
 
 #include "platform/Process.h"
 
+#include <climits>
 #include <cmath>
 #include <utility>
 
@@ -20,7 +21,9 @@ long CStdlib::Distance(int x1, int y1, int x2, int y2)
 {
     const double dx = double(x2) - x1;
     const double dy = double(y2) - y1;
-    return long(std::sqrt(float(dx * dx + dy * dy)));
+    const float distance = std::sqrt(float(dx * dx + dy * dy));
+    // Where long has 32 bits the farthest points lie further apart than it holds.
+    return distance < float(LONG_MAX) ? long(distance) : LONG_MAX;
 }
 
 void CStdlib::Swap(int* a, int* b)
