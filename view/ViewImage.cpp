@@ -17,8 +17,8 @@ std::int64_t bufferLength(int width, int height, int bitCount)
 {
     if (width < 1 || height < 1 || bitCount < 1 || bitCount > 64)
         return 0;
-    const std::int64_t length = paddedRow(width, bitCount) * height;
-    return length <= INT_MAX ? length : 0;
+    const std::int64_t row = paddedRow(width, bitCount);
+    return row <= INT_MAX / height ? row * height : 0;
 }
 
 void copyRows(const PixelSource& from, std::uint8_t* firstRow, std::ptrdiff_t step)
