@@ -50,7 +50,7 @@ public:
     CKestImage(int width, int height, unsigned char* pixels);
     /// A gray image made from 8-, 24- or 32-bit pixels; see SetImagePtr.
     CKestImage(int width, int height, int bitsPerPixel, unsigned char* pixels, const char* channels);
-    /// A deep copy, never linked.
+    /// A deep copy, never linked. An image assigned to itself stays as it is.
     CKestImage(const CKestImage& other);
     CKestImage& operator=(const CKestImage& other);
     ~CKestImage();
@@ -66,6 +66,7 @@ public:
     void SetImagePtr(int width, int height, int bitsPerPixel, unsigned char* pixels, const char* channels);
     /// Borrows width x height bytes, which must outlive their use by this image.
     void SetImagePtrLink(int width, int height, unsigned char* pixels);
+    /// Lets go of the pixels; width, height and length become 0.
     void SetEmpty();
     /// Whether the image has no buffer.
     BOOL IsEmpty() const { return m_pixels == nullptr; }
@@ -230,16 +231,26 @@ public:
 
     // Geometric transforms (image/VisionImageTransform.cpp)
 
-    /// Rotates clockwise by angle degrees about (cx, cy), keeping the size: each source pixel goes to its
-    /// truncated target, later ones win, holes take the mean of their row neighbours. fill is not used.
+    /// Rotates clockwise as seen, by angle degrees about (cx, cy), keeping the size. fill is not used.
+    ///
+    /// With r = angle x 0.017453292519943295 and dx = x - cx, dy = y - cy in single precision, pixel (x, y) goes to
+    /// (trunc(dx cos r - dy sin r + cx), trunc(dx sin r + dy cos r + cy)) if that lies in the frame. Of several
+    /// the last one stays, rows going from the top and pixels from the left. Then, in rising order of the indices
+    /// i in the buffer, p[i] = (p[i - 1] + p[i + 1]) / 2 for every place that none reached, which holds 0 until its
+    /// turn; beyond both ends stands 0.
+    ///
+    /// Deliberate: exactly -180 is Rotate180, 180 goes by the formula. Infinite angles and not-a-number change
+    /// nothing.
     void Rotate(int cx, int cy, double angle, unsigned char fill);
     /// Quarter turns about the centre. Deliberate: the size stays, corners that leave the frame are lost.
     void Rotate90L();
     void Rotate90R();
+    /// Pixel (x, y) moves to (width - 1 - x, height - 1 - y).
     void Rotate180();
     /// Mirrors left and right.
     void RotateHorzFlip();
-    /// Mirrors top and bottom. Deliberate: rows are addressed at the width rounded up to a multiple of 4.
+    /// Mirrors top and bottom. Deliberate: rows are addressed at the width rounded up to a multiple of 4, so other
+    /// widths give a sheared picture; moves whose ends do not both lie in the buffer do not happen.
     void RotateVertFlip();
 
     // Blobs (measure/VisionImageBlob.cpp)
