@@ -233,14 +233,14 @@ public:
 
     /// Rotates clockwise as seen, by angle degrees about (cx, cy), keeping the size. fill is not used.
     ///
-    /// With r = angle x 0.017453292519943295 and dx = x - cx, dy = y - cy in single precision, pixel (x, y) goes to
-    /// (trunc(dx cos r - dy sin r + cx), trunc(dx sin r + dy cos r + cy)) if that lies in the frame. Of several
-    /// the last one stays, rows going from the top and pixels from the left. Then, in rising order of the indices
-    /// i in the buffer, p[i] = (p[i - 1] + p[i + 1]) / 2 for every place that none reached, which holds 0 until its
-    /// turn; beyond both ends stands 0.
+    /// With r = angle x 0.017453292519943295 and dx = x - cx, dy = y - cy in single precision, pixel (x, y)
+    /// goes to (trunc(dx cos r - dy sin r + cx), trunc(dx sin r + dy cos r + cy)) if that lies in the frame.
+    /// Of several the last one stays, rows going from the top and pixels from the left. Then, in rising order
+    /// of the indices i in the buffer, p[i] = (p[i - 1] + p[i + 1]) / 2 for every place that none reached,
+    /// which holds 0 until its turn; beyond both ends stands 0.
     ///
-    /// Deliberate: exactly -180 is Rotate180, 180 goes by the formula. Infinite angles and not-a-number change
-    /// nothing.
+    /// Deliberate: exactly -180 is Rotate180, 180 goes by the formula. Infinite angles and not-a-number
+    /// change nothing.
     void Rotate(int cx, int cy, double angle, unsigned char fill);
     /// Quarter turns about the centre. Deliberate: the size stays, corners that leave the frame are lost.
     void Rotate90L();
@@ -249,8 +249,8 @@ public:
     void Rotate180();
     /// Mirrors left and right.
     void RotateHorzFlip();
-    /// Mirrors top and bottom. Deliberate: rows are addressed at the width rounded up to a multiple of 4, so other
-    /// widths give a sheared picture; moves whose ends do not both lie in the buffer do not happen.
+    /// Mirrors top and bottom. Deliberate: rows are addressed at the width rounded up to a multiple of 4, so
+    /// other widths give a sheared picture; moves whose ends do not both lie in the buffer do not happen.
     void RotateVertFlip();
 
     // Blobs (measure/VisionImageBlob.cpp)
