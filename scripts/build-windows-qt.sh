@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# build-windows-qt.sh: cross-builds the part of Qt that the display module needs for MinGW, once, from Debian's
+# build-windows-qt.sh: cross-builds the parts of Qt that the display module needs for MinGW, once, from Debian's
 # source package into a cache outside the tree, and prints its folder. Some 15 minutes on two processors.
 set -euo pipefail
 cache=${ORMALUX_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/ormalux}/windows-qt-6.4.2
@@ -25,9 +25,11 @@ options=(-o "Dir::Etc::sourcelist=$sources" -o Dir::Etc::sourceparts=- -o "Dir::
 (
     cd "$work"
     apt-get "${options[@]}" update
-    apt-get "${options[@]}" source --download-only qt6-base
-    mkdir source
-    tar xf qt6-base_*.orig.tar.* -C source --strip-components=1
+    apt-get "${options[@]}" source --download-only qt6-base qt6-svg qt6-imageformats
+    for module in base svg imageformats; do
+        mkdir "source-$module"
+        tar xf qt6-${module}_*.orig.tar.* -C "source-$module" --strip-components=1
+    done
     cat >toolchain.cmake <<'T'
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -45,12 +47,20 @@ T
         features+=("-DFEATURE_$feature=OFF")
     done
     host_cmake=$(dirname "$(dirname "$(find /usr/lib -path '*cmake/Qt6/Qt6Config.cmake' | head -1)")")
-    cmake -S source -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$cache/prefix" \
+    cmake -S source-base -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$cache/prefix" \
         -DCMAKE_TOOLCHAIN_FILE="$work/toolchain.cmake" -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$host_cmake" \
         -DQT_FORCE_BUILD_TOOLS=OFF -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no \
         -DFEATURE_testlib=ON "${features[@]}"
     cmake --build build
     cmake --install build
+    # The icons are SVG, and TIFF files are read by a plugin of a module of its own.
+    for module in svg imageformats; do
+        cmake -S "source-$module" -B "build-$module" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+            -DCMAKE_INSTALL_PREFIX="$cache/prefix" -DCMAKE_TOOLCHAIN_FILE="$cache/prefix/lib/cmake/Qt6/qt.toolchain.cmake" \
+            -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$host_cmake" -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
+        cmake --build "build-$module"
+        cmake --install "build-$module"
+    done
 ) >"$cache/log" 2>&1 || { tail -30 "$cache/log" >&2; exit 1; }
 rm -rf "$work"
 touch "$cache/complete"
