@@ -4,6 +4,8 @@
 #define HWY_TARGET_INCLUDE "color/kernels/ChannelKernels.cpp"
 #include "platform/Simd.h"
 
+#include "image/kernels/LoadColors-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
@@ -17,7 +19,7 @@ void splitChannels(const std::uint8_t* bgr, std::size_t count, std::uint8_t* blu
     const std::size_t lanes = hn::Lanes(d);
     for (; i + lanes <= count; i += lanes) {
         auto b = hn::Zero(d), g = hn::Zero(d), r = hn::Zero(d);
-        hn::LoadInterleaved3(d, bgr + 3 * i, b, g, r);
+        loadColors(d, bgr + 3 * i, b, g, r);
         hn::StoreU(b, d, blue + i);
         hn::StoreU(g, d, green + i);
         hn::StoreU(r, d, red + i);

@@ -4,16 +4,15 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
-#include <iterator>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "color/kernels/PlaneKernels.cpp"
 #include "platform/Simd.h"
 
 // Read once for every instruction set, like this file.
-#include "color/kernels/LoadColors-inl.h"
+#include "image/kernels/LoadColors-inl.h"
 #include "color/kernels/PlaneFormulas-inl.h"
+#include "color/kernels/WeightedSums-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {

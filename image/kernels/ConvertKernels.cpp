@@ -4,6 +4,8 @@
 #define HWY_TARGET_INCLUDE "image/kernels/ConvertKernels.cpp"
 #include "platform/Simd.h"
 
+#include "image/kernels/LoadColors-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
@@ -101,7 +103,7 @@ void convert(const std::uint8_t* pixels, std::size_t count, std::uint8_t* gray)
     const std::size_t lanes = hn::Lanes(d);
     for (; i + lanes <= count; i += lanes) {
         BytesV blue, green, red;
-        hn::LoadInterleaved3(d, pixels + 3 * i, blue, green, red);
+        loadColors(d, pixels + 3 * i, blue, green, red);
         hn::StoreU(Formula::of(blue, green, red), d, gray + i);
     }
 #endif
