@@ -8,8 +8,9 @@
 
 namespace ormalux {
 
-/// A convolution made ready for the kernel that suits its numbers: 16-bit sums where they are known to fit,
-/// else 32-bit sums of 16-bit products, in two passes if entries need more than 16 bits.
+/// A convolution made ready for the kernel that suits its numbers: entries in bytes where the machine
+/// multiplies four at once, else 16-bit sums where they are known to fit, else 32-bit sums of 16-bit
+/// products, in two passes if entries need more than 16 bits.
 class ConvolutionPlan
 {
 public:

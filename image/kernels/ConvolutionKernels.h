@@ -42,6 +42,9 @@ struct WideConvolution
     /// null when all entries fit 16 bits.
     const std::uint32_t* low;
     const std::uint32_t* high;
+    /// Where all entries fit a signed byte: four neighbours of a row in one word, the columns from 4 g on at
+    /// g x size + row. Else null.
+    const std::uint32_t* bytes;
     int size;
     Quotient quotient;
     /// Of the divisor, rounded away from 0.

@@ -7,6 +7,7 @@
 #include "platform/Simd.h"
 
 #include "image/kernels/RowBlocks-inl.h"
+#include "image/kernels/ByteConvolution-inl.h"
 
 // A vector of bytes is taken as 32-bit lanes of four columns: four vectors of sums, one for every fourth
 // column. Masked, a lane holds a pair of pixels two columns apart, which one instruction multiplies and adds.
@@ -252,6 +253,10 @@ HWY_INLINE void convolveRows(const WideConvolution& c, Source source, std::ptrdi
 void convolveWide(const WideConvolution& c, Source source, std::uint8_t* out, std::ptrdiff_t stride,
                   std::size_t width, int count)
 {
+#if HWY_TARGET == HWY_AVX3_DL
+    if (c.bytes)
+        return ByteProducts(c).run(source, out, stride, width, count);
+#endif
     const std::ptrdiff_t before = c.size / 2;
     eachBlock(out, stride, width, count, [&](std::size_t x, std::uint8_t* to, std::ptrdiff_t step) {
         int y = 0;

@@ -59,8 +59,8 @@ const NamedFilter allNames[] = {NamedFilter::Sharpen,    NamedFilter::Blur,     
 
 TEST(Filter, EverySizeAndMagnitudeEqualsTheDefinition)
 {
-    // The magnitudes lead through 16-bit sums, 16-bit entries and 32-bit entries.
-    const long magnitudes[] = {1, 5, 200, 32767, 40000, 2147483647L};
+    // The magnitudes lead through entries in bytes, 16-bit sums, 16-bit entries and 32-bit entries.
+    const long magnitudes[] = {1, 5, 127, 128, 200, 32767, 40000, 2147483647L};
     forEachKernelTarget([&](auto target) {
         std::mt19937 engine(5);
         for (long size : {1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 16, 31, 33})
