@@ -1,6 +1,7 @@
 #include "measure/EdgeTable.h"
 
 #include "image/WorkPool.h"
+#include "measure/LineWalk.h"
 #include "measure/kernels/GaugeKernels.h"
 
 #include <algorithm>
@@ -29,10 +30,8 @@ void EdgeTable::measureAll()
     }
     const std::int64_t columns =
         std::min<std::int64_t>(std::int64_t(area.right) - area.left + 1, m_view.width);
-    runBands(Job::LineGaugeSecond, count, JobCost{count * (columns / 16 + 60)}, [&](const Band& band) {
-        for (std::int64_t line = m_first + band.first; line < m_first + band.end; ++line)
-            m_places[std::size_t(line - m_first)] = measure(line);
-    });
+    runBands(Job::LineGaugeSecond, count, JobCost{count * (columns / 16 + 20)},
+             [&](const Band& band) { measureRows(m_first + band.first, m_first + band.end); });
 }
 
 bool EdgeTable::find(std::int64_t line, POINT& at)
@@ -53,6 +52,28 @@ EdgeTable::Place EdgeTable::measure(std::int64_t line) const
     if (!strongestEdge(m_view, scan, m_task.polarity, m_task.threshold, edge))
         return {none, 0};
     return {edge.at.x, edge.at.y};
+}
+
+void EdgeTable::measureRows(std::int64_t first, std::int64_t end)
+{
+    const GaugeLine scan = gaugeLine(m_view, m_task.area.left, 0, m_task.area.right, 0);
+    const auto rule = edgeRule(m_task.polarity, m_task.threshold);
+    std::int64_t line = first;
+    // Every line goes down one row at the same column. The last row is tilted out of the picture.
+    const std::int64_t alike = std::min<std::int64_t>(end, m_view.height - 1);
+    const LineWalk walk(scan.from, scan.to);
+    if (rule && !walk.steep() && scan.to.x < m_view.width) {
+        const auto turn = std::size_t(walk.stepOfSideways(1)), count = std::size_t(walk.count());
+        for (; line < alike; ++line) {
+            const std::uint8_t* from = m_view.row(int(line)) + scan.from.x;
+            const auto step = kernels::strongestStepOfTurn(from, from + m_view.stride, turn, count, *rule);
+            m_places[std::size_t(line - m_first)] =
+                step.contrast ? Place{scan.from.x + LONG(step.index), LONG(line + (step.index >= turn))}
+                              : Place{none, 0};
+        }
+    }
+    for (; line < end; ++line)
+        m_places[std::size_t(line - m_first)] = measure(line);
 }
 
 void EdgeTable::measureColumns(std::int64_t first, std::int64_t end)

@@ -36,6 +36,7 @@ private:
     static constexpr LONG unknown = -2, none = -1;
 
     Place measure(std::int64_t line) const;
+    void measureRows(std::int64_t first, std::int64_t end);
     void measureColumns(std::int64_t first, std::int64_t end);
     /// Neighbouring columns, row by row.
     void measureTogether(const GaugeLine& scan, kernels::StepRule rule, std::int64_t first, std::int64_t end);

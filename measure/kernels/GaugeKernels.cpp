@@ -37,6 +37,19 @@ inline ProfileStep strongestStepPlainly(const std::uint8_t* samples, std::size_t
     return best;
 }
 
+inline ProfileStep strongestStepOfTurnPlainly(const std::uint8_t* first, const std::uint8_t* second,
+                                              std::size_t turn, std::size_t count, StepRule rule)
+{
+    ProfileStep best = strongestStepPlainly(first, turn, rule);
+    const std::uint8_t across = contrastOf(first[turn - 1], second[turn], rule);
+    if (across && across >= best.contrast)
+        best = {across, turn};
+    const ProfileStep behind = strongestStepPlainly(second + turn, count - turn, rule);
+    if (behind.contrast && behind.contrast >= best.contrast)
+        best = {behind.contrast, turn + behind.index};
+    return best;
+}
+
 /// What the profiles side by side have shown so far. Rows count from the start of a block and fit a byte;
 /// none means that the block brought nothing better.
 struct ColumnSteps
@@ -64,6 +77,12 @@ inline void addRowPlainly(const std::uint8_t* before, const std::uint8_t* now, i
 ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
 {
     return strongestStepPlainly(samples, count, rule);
+}
+
+ProfileStep strongestStepOfTurn(const std::uint8_t* first, const std::uint8_t* second, std::size_t turn,
+                                std::size_t count, StepRule rule)
+{
+    return strongestStepOfTurnPlainly(first, second, turn, count, rule);
 }
 
 void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks)
@@ -111,12 +130,10 @@ struct VectorRule
 
 inline std::uint8_t largest(Vector v)
 {
-    HWY_ALIGN std::uint8_t lanes[HWY_MAX_BYTES];
-    hn::Store(v, Bytes(), lanes);
-    std::uint8_t most = 0;
-    for (std::size_t i = 0; i < hn::Lanes(Bytes()); ++i)
-        most = std::max(most, lanes[i]);
-    return most;
+    const hn::Repartition<std::uint16_t, Bytes> d;
+    const auto pairs = hn::BitCast(d, v);
+    const auto most = hn::Max(hn::And(pairs, hn::Set(d, 255)), hn::ShiftRight<8>(pairs));
+    return std::uint8_t(hn::GetLane(hn::MaxOfLanes(d, most)));
 }
 
 template <class Mask>
@@ -129,25 +146,57 @@ std::uint64_t bitsOf(Mask mask)
     return bits;
 }
 
-ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
+// The contrasts' maximum by lanes, of more samples than lanes.
+inline Vector contrastMaxima(const VectorRule& rule, const std::uint8_t* samples, std::size_t count)
 {
     const std::size_t lanes = hn::Lanes(Bytes());
-    if (count <= lanes)
+    const std::size_t last = count - lanes; // where the last vector starts; it may overlap
+    Vector most = rule.contrasts(samples + last);
+    for (std::size_t i = 1; i < last; i += lanes)
+        most = hn::Max(most, rule.contrasts(samples + i));
+    return most;
+}
+
+// The last step of the contrast, of more samples than lanes; 0 when there is none.
+inline std::size_t lastStepOf(std::uint8_t contrast, const VectorRule& rule, const std::uint8_t* samples,
+                              std::size_t count)
+{
+    const std::size_t lanes = hn::Lanes(Bytes());
+    const Vector wanted = hn::Set(Bytes(), contrast);
+    for (std::size_t i = count - lanes;; i = i > lanes ? i - lanes : 1) {
+        const std::uint64_t bits = bitsOf(hn::Eq(rule.contrasts(samples + i), wanted));
+        if (bits)
+            return i + 63 - std::size_t(__builtin_clzll(bits));
+        if (i == 1)
+            return 0;
+    }
+}
+
+ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
+{
+    if (count <= hn::Lanes(Bytes()))
         return strongestStepPlainly(samples, count, rule);
     const VectorRule vectors(rule);
-    const std::size_t last = count - lanes; // where the last vector starts; it may overlap
-    Vector most = vectors.contrasts(samples + last);
-    for (std::size_t i = 1; i < last; i += lanes)
-        most = hn::Max(most, vectors.contrasts(samples + i));
-    if (hn::AllTrue(Bytes(), hn::Eq(most, hn::Zero(Bytes()))))
+    const std::uint8_t contrast = largest(contrastMaxima(vectors, samples, count));
+    return {contrast, contrast ? lastStepOf(contrast, vectors, samples, count) : 0};
+}
+
+ProfileStep strongestStepOfTurn(const std::uint8_t* first, const std::uint8_t* second, std::size_t turn,
+                                std::size_t count, StepRule rule)
+{
+    const std::size_t lanes = hn::Lanes(Bytes());
+    if (turn <= lanes || count - turn <= lanes)
+        return strongestStepOfTurnPlainly(first, second, turn, count, rule);
+    const VectorRule vectors(rule);
+    const std::uint8_t across = contrastOf(first[turn - 1], second[turn], rule);
+    const std::uint8_t contrast =
+        std::max(across, largest(hn::Max(contrastMaxima(vectors, first, turn),
+                                         contrastMaxima(vectors, second + turn, count - turn))));
+    if (contrast == 0)
         return {0, 0};
-    const std::uint8_t contrast = largest(most);
-    const Vector wanted = hn::Set(Bytes(), contrast);
-    for (std::size_t i = last;; i = i > lanes ? i - lanes : 1) {
-        const std::uint64_t bits = bitsOf(hn::Eq(vectors.contrasts(samples + i), wanted));
-        if (bits || i == 1)
-            return {contrast, i + 63 - std::size_t(__builtin_clzll(bits | 1))};
-    }
+    if (const std::size_t step = lastStepOf(contrast, vectors, second + turn, count - turn))
+        return {contrast, turn + step};
+    return {contrast, across == contrast ? turn : lastStepOf(contrast, vectors, first, turn)};
 }
 
 void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks)
@@ -225,12 +274,19 @@ HWY_AFTER_NAMESPACE();
 namespace ormalux::kernels {
 
 ORMALUX_SIMD_TABLE(strongestStep);
+ORMALUX_SIMD_TABLE(strongestStepOfTurn);
 ORMALUX_SIMD_TABLE(markSteps);
 ORMALUX_SIMD_TABLE(strongestStepsInColumns);
 
 ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
 {
     return ORMALUX_SIMD_CALL(strongestStep)(samples, count, rule);
+}
+
+ProfileStep strongestStepOfTurn(const std::uint8_t* first, const std::uint8_t* second, std::size_t turn,
+                                std::size_t count, StepRule rule)
+{
+    return ORMALUX_SIMD_CALL(strongestStepOfTurn)(first, second, turn, count, rule);
 }
 
 void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks)

@@ -23,6 +23,11 @@ struct ProfileStep
 /// The step with the largest contrast, the last among equal ones.
 ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule);
 
+/// The same of a profile that changes rows: sample i is first[i] before turn, from there on second[i], 0 <
+/// turn < count.
+ProfileStep strongestStepOfTurn(const std::uint8_t* first, const std::uint8_t* second, std::size_t turn,
+                                std::size_t count, StepRule rule);
+
 /// Sets bit i % 64 of marks[i / 64] when samples[i + 1] completes a step, clears it otherwise; (count + 62) /
 /// 64 words.
 void markSteps(const std::uint8_t* samples, std::size_t count, StepRule rule, std::uint64_t* marks);

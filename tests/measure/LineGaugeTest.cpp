@@ -1,5 +1,7 @@
 #include "image/VisionImage.h"
+#include "measure/EdgeTable.h"
 #include "measure/LineGauge.h"
+#include "measure/PointGauge.h"
 #include "tests/support/PlainGauge.h"
 #include "tests/support/Random.h"
 #include "tests/support/Variants.h"
@@ -144,6 +146,37 @@ TEST(LineGauge, EqualsThePlainGaugeForEverySetBandCountAndStep)
                     }
                 }
         });
+    });
+}
+
+TEST(LineGauge, LinesMeasuredTogetherEqualLinesOnTheirOwn)
+{
+    // Two levels: equal edges before, at and behind the column or row where a line is tilted.
+    forEachKernelTarget([](auto target) {
+        std::mt19937 engine(61);
+        for (int round = 0; round < 300; ++round) {
+            const int w = 1 + int(engine() % 280), h = 1 + int(engine() % 40);
+            const bool columns = engine() % 2, sparse = engine() % 2;
+            std::vector<std::uint8_t> pixels(std::size_t(w) * h);
+            for (auto& p : pixels)
+                p = (sparse ? engine() % 64 == 0 : engine() % 2) ? 200 : 50;
+            const ormalux::ConstGrayView view{pixels.data(), w, h, w};
+            const LONG left = LONG(engine() % w), top = LONG(engine() % h);
+            const ormalux::LineGaugeTask task{
+                {left, top, w - 1 - LONG(engine() % (w - left)), h - 1}, int(engine() % 2), columns, 1, 100};
+            ormalux::EdgeTable table(view, task);
+            table.measureAll();
+            for (std::int64_t line = table.firstLine(); line <= table.lastLine(); ++line) {
+                const RECT& area = task.area;
+                const auto scan = columns ? ormalux::gaugeLine(view, line, area.top, line, area.bottom)
+                                          : ormalux::gaugeLine(view, area.left, line, area.right, line);
+                ormalux::EdgePoint edge;
+                POINT at;
+                const bool expected = ormalux::strongestEdge(view, scan, task.polarity, task.threshold, edge);
+                ASSERT_EQ(table.find(line, at), expected);
+                ASSERT_TRUE(!expected || at == edge.at) << int(target) << " line " << line << " of " << w;
+            }
+        }
     });
 }
 
