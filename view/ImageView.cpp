@@ -44,9 +44,24 @@ CKestView::CKestView(QWidget* parent) : QAbstractScrollArea(parent), m(std::make
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // painting covers the whole area
     viewport()->setAutoFillBackground(false);
     updateScrollSizes();
+    m->toolHost = std::make_unique<ormalux::ViewToolHost>(*this);
+    m->tools = std::make_unique<ormalux::ToolBox>(*m->toolHost, this);
 }
 
-CKestView::~CKestView() = default;
+CKestView::~CKestView()
+{
+    m->tools.reset(); // the dialogs clear their drawings from a whole view
+}
+
+bool CKestView::OpenTool(int command)
+{
+    return m->tools->open(command);
+}
+
+bool CKestView::HasTool(int command)
+{
+    return ormalux::ToolBox::has(command);
+}
 
 std::recursive_mutex& CKestView::GetLock() const
 {

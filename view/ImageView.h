@@ -41,6 +41,7 @@ namespace ormalux {
 enum class ColorRows;
 struct ViewGeometry;
 struct ViewState;
+class ViewToolHost;
 } // namespace ormalux
 
 /// The scrolling view that shows one picture, 8-bit gray or 24-bit colour, with overlays, a region of
@@ -178,6 +179,14 @@ public:
     /// overlays, 3303 and 3304 save the region as an OCR or match source. False for any other number.
     bool SendCommand(int command);
 
+    /// Shows the dialog of a tool command (6601 to 6604, 6610, 6633, 6701, 6702, 6709 to 6712); false for any
+    /// other number.
+    bool OpenTool(int command);
+    /// Whether there is a tool behind the command.
+    static bool HasTool(int command);
+    /// Scrolls as little as it takes to see the rectangle, right and bottom included.
+    void Reveal(const RECT& rect);
+
     /// Guards picture and overlays against the painting thread; taken by every member here. Hold it while
     /// using GetImagePtr or GetOverlays from another thread.
     std::recursive_mutex& GetLock() const;
@@ -191,6 +200,12 @@ Q_SIGNALS:
     void zoomChanged(float zoom);
     /// Another picture is shown, or none.
     void imageChanged();
+    /// An operation has changed the pixels of the picture, or a host has asked for painting.
+    void imageEdited();
+    /// The left button was pressed and released over a pixel without a drag.
+    void pixelClicked(int x, int y);
+    /// The rubber band of a drawing tool has ended.
+    void rubberBandEnded(int x1, int y1, int x2, int y2);
 
 protected:
     bool event(QEvent* event) override;
@@ -207,6 +222,8 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    friend class ormalux::ViewToolHost;
+
     QSize clientSize() const;
     ormalux::ViewGeometry geometry() const;
     void updateScrollSizes();
@@ -215,6 +232,7 @@ private:
     void zoomAbout(QPointF device, float step);
     void requestPaint();
     void pictureChanged();
+    void tellEdited();
     void composeFrame();
     void paintFigures();
     void startDrag(QPointF device);

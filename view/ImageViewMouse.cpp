@@ -89,6 +89,7 @@ void CKestView::endRubberBand()
     const DragState drag = std::exchange(m->drag, {});
     m->tool = TOOL_NONE;
     viewport()->update();
+    Q_EMIT rubberBandEnded(drag.anchorImage.x, drag.anchorImage.y, drag.currentImage.x, drag.currentImage.y);
     if (m->upProc)
         m->upProc(drag.anchorImage.x, drag.anchorImage.y, drag.currentImage.x, drag.currentImage.y, this);
 }
@@ -137,6 +138,8 @@ void CKestView::mouseReleaseEvent(QMouseEvent* event)
         return;
     if (event->position() != m->drag.anchorDevice || m->drag.moved)
         continueDrag(event->position());
+    const bool click = !m->drag.moved && m->drag.kind != Drag::RubberBand;
+    const CPoint pixel = m->drag.anchorImage;
     if (m->drag.kind == Drag::Tracker)
         endTrackerDrag();
     else if (m->drag.kind == Drag::RubberBand)
@@ -144,6 +147,8 @@ void CKestView::mouseReleaseEvent(QMouseEvent* event)
     else
         m->drag = {};
     chooseCursor(event->position());
+    if (click && m->image.valueAt(pixel.x, pixel.y))
+        Q_EMIT pixelClicked(pixel.x, pixel.y);
 }
 
 void CKestView::chooseCursor(QPointF device)
@@ -170,7 +175,7 @@ void CKestView::hover(QPointF device)
     const ViewGeometry now = geometry();
     const int x = now.columnAt(float(device.x()));
     const int y = now.rowAt(float(device.y()));
-    const auto value = m->image.valueAt(x, y);
+    const auto value = m->shown().valueAt(x, y);
     if (value)
         Q_EMIT pixelHovered(x, y, *value);
     else if (m->hovering)

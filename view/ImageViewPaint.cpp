@@ -21,7 +21,7 @@ void CKestView::composeFrame()
 {
     const Guard guard(m->lock);
     const ViewGeometry now = geometry();
-    const ormalux::PixelSource picture = m->image.source();
+    const ormalux::PixelSource picture = m->shown().source();
     ormalux::prepareFrame(m->frame, clientSize(), devicePixelRatioF());
     ormalux::paintPixels(m->frame, picture, now);
     if (m->overlayVisible)
@@ -85,6 +85,7 @@ void CKestView::ImageUpdate()
         return;
     }
     viewport()->repaint();
+    Q_EMIT imageEdited(); // a linked buffer changes without a call
     const Guard guard(m->lock);
     if (!m->screenFile.empty()) // a hidden view does not paint
         composeFrame();
@@ -111,7 +112,21 @@ void CKestView::pictureChanged()
             this, [this] { pictureChanged(); }, Qt::QueuedConnection);
         return;
     }
+    {
+        const Guard guard(m->lock);
+        m->file.clear();
+        m->preview.reset();
+    }
     updateScrollSizes();
     viewport()->update();
     Q_EMIT imageChanged();
+}
+
+void CKestView::tellEdited()
+{
+    if (QThread::currentThread() == thread())
+        Q_EMIT imageEdited();
+    else
+        QMetaObject::invokeMethod(
+            this, [this] { Q_EMIT imageEdited(); }, Qt::QueuedConnection);
 }

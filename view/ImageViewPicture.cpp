@@ -254,6 +254,7 @@ int CKestView::LoadImage(const char* path)
     if (picture.empty() || !m->image.assign(picture.source(), RowOrder::BottomUp))
         return 0;
     pictureChanged();
+    m->file = path;
     ZoomFitTo();
     return 1;
 }
@@ -266,6 +267,7 @@ int CKestView::LoadImageGdip(const char* path)
     if (picture.empty() || !m->image.assign(picture.source(), RowOrder::TopDown))
         return 0;
     pictureChanged();
+    m->file = path;
     ZoomFitTo();
     return 1;
 }
@@ -290,5 +292,9 @@ bool CKestView::EditImage(const std::function<void(CKestImage&)>& gray,
     const bool run = GetBitCount() == 8 ? gray && m->image.edit(gray) : color && m->image.edit(color, rows);
     if (run && before != QSize(GetWidth(), GetHeight()))
         pictureChanged();
+    if (run) {
+        m->file.clear();
+        tellEdited();
+    }
     return run;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "color/ColorRows.h"
 #include "view/Picture.h"
 #include "view/PixelSource.h"
 
@@ -17,13 +18,6 @@ enum class RowOrder
 {
     BottomUp,
     TopDown
-};
-
-/// How an operation on a colour image steps from row to row.
-enum class ColorRows
-{
-    Unpadded,
-    Padded
 };
 
 /// The buffer that a view shows: rows padded to 4 bytes, in either order; owned, or borrowed from a caller.

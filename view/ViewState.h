@@ -1,12 +1,16 @@
 #pragma once
 
+#include "tools/ToolBox.h"
 #include "view/ImageView.h"
 #include "view/ViewGeometry.h"
 #include "view/ViewImage.h"
+#include "view/ViewToolHost.h"
 
 #include <QPointer>
 
+#include <memory>
 #include <mutex>
+#include <string>
 
 class QMenu;
 
@@ -39,6 +43,8 @@ struct ViewState
 {
     mutable std::recursive_mutex lock; ///< guards image, overlays and screenFile
     ViewImage image;
+    std::unique_ptr<ViewImage> preview; ///< shown in the picture's place while a tool tries something
+    std::string file;                   ///< that the picture was read from; empty once it was edited
     CDrawObjArray overlays;
     CString screenFile;
 
@@ -61,6 +67,16 @@ struct ViewState
     KestHostProc moveProc = nullptr;
     KestHostProc upProc = nullptr;
     QPointer<QMenu> menu;
+
+    std::unique_ptr<ViewToolHost> toolHost; ///< before the tools, which use it to their end
+    std::unique_ptr<ToolBox> tools;
+
+    /// What is painted and read under the mouse: the preview while there is one of the picture's size.
+    const ViewImage& shown() const
+    {
+        const bool fits = preview && preview->width() == image.width() && preview->height() == image.height();
+        return fits ? *preview : image;
+    }
 };
 
 } // namespace ormalux

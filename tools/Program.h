@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tools/Tool.h"
+
+#include <string_view>
+
+namespace ormalux {
+
+/// A whole program: it reads the picture named by its first argument (an 8- or 24-bit BMP; a colour picture
+/// counts by (R + G + B) / 3), runs the body, in which the picture is `CKestImage image`, and prints what the
+/// body prints with std::printf. The head says how to build it and names the picture that was on the screen.
+CString completeProgram(const ToolScene& scene, std::string_view body);
+
+/// The same for an effect: after the body, in which the picture is `CKestImage image` or, for a colour
+/// picture, `CKestImage24 image`, it writes the picture to the file named by the second argument.
+CString effectProgram(const ToolScene& scene, std::string_view body);
+
+/// "left, top, right, bottom".
+CString areaArguments(const RECT& area);
+
+/// A text as a literal of the program: quoted, with what needs it escaped.
+CString literal(const std::string& text);
+
+} // namespace ormalux

@@ -1,0 +1,51 @@
+#include "tools/ThresholdGroup.h"
+
+#include "tools/NumberSlider.h"
+
+#include <QCheckBox>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace ormalux {
+
+ThresholdGroup::ThresholdGroup(QWidget* parent)
+    : QWidget(parent), m_automatic(new QCheckBox(tr("Auto Threshold"), this)),
+      m_level(new IntegerSlider(this))
+{
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_automatic);
+    column->addWidget(m_level);
+    m_automatic->setObjectName(QStringLiteral("autoThreshold"));
+    m_level->setObjectName(QStringLiteral("threshold"));
+    m_level->setAccessibleName(tr("Threshold"));
+    m_level->setUp(0, 255, 128);
+    connect(m_automatic, &QCheckBox::toggled, this, [this](bool automatic) {
+        m_level->setEnabled(!automatic);
+        Q_EMIT changed();
+    });
+    connect(m_level, &IntegerSlider::valueChanged, this, &ThresholdGroup::changed);
+}
+
+bool ThresholdGroup::isAutomatic() const
+{
+    return m_automatic->isChecked();
+}
+
+void ThresholdGroup::setAutomatic(bool automatic)
+{
+    m_automatic->setChecked(automatic);
+}
+
+int ThresholdGroup::value() const
+{
+    return m_level->value();
+}
+
+void ThresholdGroup::showValue(int level)
+{
+    const QSignalBlocker quiet(m_level);
+    m_level->setValue(level);
+}
+
+} // namespace ormalux

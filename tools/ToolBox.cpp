@@ -1,0 +1,61 @@
+#include "tools/ToolBox.h"
+
+#include "tools/ThresholdDlg.h"
+
+namespace ormalux {
+
+namespace {
+
+template <class Dialog>
+QWidget* make(ToolHost& host, QWidget* parent)
+{
+    return new Dialog(host, parent);
+}
+
+struct Entry
+{
+    int command;
+    QWidget* (*make)(ToolHost&, QWidget*);
+};
+
+/// By rising command.
+constexpr Entry entries[] = {
+    {6603, make<CThresholdDlg>},
+};
+
+const Entry* find(int command)
+{
+    for (const Entry& entry : entries)
+        if (entry.command == command)
+            return &entry;
+    return nullptr;
+}
+
+} // namespace
+
+ToolBox::~ToolBox()
+{
+    for (const QPointer<QWidget>& dialog : std::as_const(m_dialogs))
+        delete dialog;
+}
+
+bool ToolBox::has(int command)
+{
+    return find(command) != nullptr;
+}
+
+bool ToolBox::open(int command)
+{
+    const Entry* const entry = find(command);
+    if (!entry)
+        return false;
+    QPointer<QWidget>& dialog = m_dialogs[command];
+    if (!dialog)
+        dialog = entry->make(m_host, m_parent);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+    return true;
+}
+
+} // namespace ormalux

@@ -1,0 +1,135 @@
+#include "tools/ToolDialog.h"
+
+#include "platform/Stdlib.h"
+#include "tools/LatestJob.h"
+#include "tools/RecipeFile.h"
+#include "tools/ResultTable.h"
+#include "tools/ToolButtonRow.h"
+
+#include <QEvent>
+#include <QFileDialog>
+#include <QHash>
+
+namespace ormalux {
+
+namespace {
+
+/// Where the operator left each dialog, for as long as the program runs.
+QHash<QString, QPoint>& places()
+{
+    static QHash<QString, QPoint> remembered;
+    return remembered;
+}
+
+} // namespace
+
+ToolDialog::ToolDialog(ToolHost& host, const char* layer, QWidget* parent)
+    : QDialog(parent), m_host(host), m_layer(layer), m_background(new LatestJob(this))
+{
+    setModal(false);
+    const auto again = [this] {
+        if (isVisible())
+            refresh();
+    };
+    connect(&host, &ToolHost::pictureChanged, this, again);
+    connect(&host, &ToolHost::areaChanged, this, again);
+}
+
+ToolDialog::~ToolDialog()
+{
+    if (isVisible())
+        leave();
+}
+
+void ToolDialog::attach(const char* className, ToolButtonRow* buttons, ResultTable* results)
+{
+    setObjectName(QLatin1String(className));
+    m_buttons = buttons;
+    m_results = results;
+    connect(buttons, &ToolButtonRow::scriptAsked, this,
+            [this] { CStdlib::CopyToClipboard(this, read().script(sceneOf(m_host))); });
+    connect(buttons, &ToolButtonRow::programAsked, this,
+            [this] { CStdlib::CopyToClipboard(this, read().program(sceneOf(m_host))); });
+    connect(buttons, &ToolButtonRow::recipeAsked, this, &ToolDialog::askForRecipe);
+    connect(buttons, &ToolButtonRow::applyAsked, this, [this] {
+        if (apply())
+            close();
+    });
+    connect(buttons, &ToolButtonRow::closeAsked, this, &QWidget::close);
+    connect(buttons, &ToolButtonRow::cancelAsked, m_background, &LatestJob::cancel);
+    connect(m_background, &LatestJob::runningChanged, buttons, &ToolButtonRow::setBusy);
+    if (!results)
+        return;
+    connect(results, &ResultTable::resultSelected, this, &ToolDialog::chooseResult);
+    connect(&m_host, &ToolHost::pixelClicked, this, [this](int x, int y) {
+        if (isVisible() && m_results->selectAt(x, y) >= 0)
+            resultChosen(m_results->selectedResult());
+    });
+}
+
+void ToolDialog::setMessage(const QString& message)
+{
+    m_buttons->setMessage(message);
+}
+
+QString ToolDialog::grayFormNote() const
+{
+    return m_host.isColor() ? tr("컬러 영상은 회색조 (R + G + B) / 3 으로 처리합니다.") : QString();
+}
+
+void ToolDialog::chooseResult(int index)
+{
+    m_host.reveal(m_results->results().rows[std::size_t(index)].box);
+    resultChosen(index);
+}
+
+void ToolDialog::askForRecipe()
+{
+    auto* const dialog = new QFileDialog(this, tr("Add to Recipe"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setObjectName(QStringLiteral("recipeFile"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite); // the steps are appended
+    dialog->setDefaultSuffix(QStringLiteral("json"));
+    dialog->setNameFilter(tr("Recipe (*.json)"));
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+        const QString wrong = appendToRecipe(path, read().recipeSteps(sceneOf(m_host)));
+        setMessage(wrong.isEmpty() ? tr("레시피에 추가했습니다: %1").arg(path) : wrong);
+    });
+    dialog->open();
+}
+
+void ToolDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!m_placed && places().contains(objectName()))
+        move(places()[objectName()]);
+    m_placed = true;
+    setMessage({});
+    refresh();
+}
+
+void ToolDialog::hideEvent(QHideEvent* event)
+{
+    places()[objectName()] = pos();
+    leave();
+    QDialog::hideEvent(event);
+}
+
+void ToolDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange && m_buttons)
+        retranslate();
+    QDialog::changeEvent(event);
+}
+
+void ToolDialog::leave()
+{
+    m_background->cancel();
+    m_host.endPreview(this);
+    if (m_layer)
+        m_host.clearLayer(m_layer);
+    m_host.repaint();
+}
+
+} // namespace ormalux

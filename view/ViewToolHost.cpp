@@ -1,0 +1,179 @@
+#include "view/ViewToolHost.h"
+
+#include "color/VisionImage24.h"
+#include "image/VisionImage.h"
+#include "view/ImageView.h"
+#include "view/ViewState.h"
+#include "view/ViewTracker.h"
+
+#include <QTimer>
+
+#include <new>
+#include <utility>
+
+namespace ormalux {
+
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+ViewToolHost::ViewToolHost(CKestView& view) : m_view(view)
+{
+    connect(&view, &CKestView::imageChanged, this, &ViewToolHost::pictureTouched);
+    connect(&view, &CKestView::imageEdited, this, &ViewToolHost::pictureTouched);
+    connect(&view, &CKestView::trackerChanged, this, &ToolHost::areaChanged);
+    connect(&view, &CKestView::pixelClicked, this, &ToolHost::pixelClicked);
+    connect(&view, &CKestView::rubberBandEnded, this, [this](int x1, int y1, int x2, int y2) {
+        if (std::exchange(m_pickingLine, false))
+            Q_EMIT linePicked(x1, y1, x2, y2);
+    });
+}
+
+/// Several changes at once, as a command makes them, are told once.
+void ViewToolHost::pictureTouched()
+{
+    m_gray.reset();
+    if (std::exchange(m_telling, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        m_telling = false;
+        Q_EMIT pictureChanged();
+    });
+}
+
+CSize ViewToolHost::size() const
+{
+    const Guard guard(m_view.GetLock());
+    return m_view.m->image.hasPicture() ? CSize(m_view.GetWidth(), m_view.GetHeight()) : CSize(0, 0);
+}
+
+bool ViewToolHost::isColor() const
+{
+    return m_view.GetBitCount() == 24;
+}
+
+std::shared_ptr<const CKestImage> ViewToolHost::grayPicture()
+{
+    if (!m_gray) {
+        std::shared_ptr<CKestImage> gray(m_view.GetImage());
+        if (gray && !gray->IsEmpty())
+            m_gray = std::move(gray);
+    }
+    return m_gray;
+}
+
+std::shared_ptr<const CKestImage24> ViewToolHost::colorPicture()
+{
+    if (!isColor())
+        return nullptr;
+    std::shared_ptr<CKestImage24> color(m_view.GetImage24());
+    return color && !color->IsEmpty() ? color : nullptr;
+}
+
+std::string ViewToolHost::pictureFile() const
+{
+    const Guard guard(m_view.GetLock());
+    return m_view.m->file;
+}
+
+CRect ViewToolHost::area() const
+{
+    const CSize whole = size();
+    CRect area(0, 0, whole.cx - 1, whole.cy - 1);
+    const CRect tracker = m_view.GetTrackerRect();
+    if (!m_view.IsTrackerMode() || isNothing(tracker))
+        return area;
+    const CRect inside(std::max(tracker.left, area.left), std::max(tracker.top, area.top),
+                       std::min(tracker.right, area.right), std::min(tracker.bottom, area.bottom));
+    // A region beside the picture is none.
+    return inside.left <= inside.right && inside.top <= inside.bottom ? inside : area;
+}
+
+bool ViewToolHost::preview(const void* owner, const GrayOperation& gray, const ColorOperation& color,
+                           ColorRows rows)
+{
+    const Guard guard(m_view.GetLock());
+    const ViewImage& image = m_view.m->image;
+    auto tried = std::unique_ptr<ViewImage>(new (std::nothrow) ViewImage);
+    if (!tried || !image.hasPicture())
+        return false;
+    bool run = false;
+    if (isColor() && !color) {
+        const Picture form = image.part(0, 0, image.width(), image.height(), true);
+        run = !form.empty() && tried->assign(form.source(), RowOrder::TopDown) && gray && tried->edit(gray);
+    } else if (tried->assign(image.source(), RowOrder::TopDown)) {
+        run = isColor() ? tried->edit(color, rows) : gray && tried->edit(gray);
+    }
+    if (!run)
+        return false;
+    m_view.m->preview = std::move(tried);
+    m_previewOwner = owner;
+    m_view.requestPaint();
+    return true;
+}
+
+void ViewToolHost::endPreview(const void* owner)
+{
+    if (owner != m_previewOwner)
+        return;
+    const Guard guard(m_view.GetLock());
+    m_view.m->preview.reset();
+    m_previewOwner = nullptr;
+    m_view.requestPaint();
+}
+
+bool ViewToolHost::apply(const GrayOperation& gray, const ColorOperation& color, ColorRows rows)
+{
+    const bool run = m_view.EditImage(gray, color, rows);
+    m_view.requestPaint();
+    return run;
+}
+
+void ViewToolHost::clearLayer(const char* layer)
+{
+    const Guard guard(m_view.GetLock());
+    m_view.GetOverlays().RemoveGraphics(layer);
+}
+
+void ViewToolHost::addLine(const char* layer, POINT from, POINT to, Stroke stroke)
+{
+    const Guard guard(m_view.GetLock());
+    m_view.GetOverlays().AddLine(from.x, from.y, to.x, to.y, stroke.style, stroke.width, stroke.color, layer);
+}
+
+void ViewToolHost::addRectangle(const char* layer, const RECT& rect, Stroke stroke)
+{
+    const Guard guard(m_view.GetLock());
+    m_view.GetOverlays().AddRectangle(rect.left, rect.top, rect.right, rect.bottom, stroke.style,
+                                      stroke.width, stroke.color, layer);
+}
+
+void ViewToolHost::addCross(const char* layer, POINT center, int arm, Stroke stroke)
+{
+    const Guard guard(m_view.GetLock());
+    m_view.GetOverlays().AddCrossLine(center.x, center.y, arm, stroke.style, stroke.width, stroke.color,
+                                      layer);
+}
+
+void ViewToolHost::addText(const char* layer, POINT position, const std::string& text, int height,
+                           COLORREF color)
+{
+    const Guard guard(m_view.GetLock());
+    m_view.GetOverlays().AddText(position.x, position.y, text.c_str(), height, color, layer);
+}
+
+void ViewToolHost::repaint()
+{
+    m_view.requestPaint();
+}
+
+void ViewToolHost::reveal(const RECT& rect)
+{
+    m_view.Reveal(rect);
+}
+
+void ViewToolHost::pickLine()
+{
+    m_pickingLine = true;
+    m_view.Tool(TOOL_LINE);
+}
+
+} // namespace ormalux
