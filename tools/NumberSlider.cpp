@@ -29,7 +29,8 @@ void arrange(QWidget* owner, QSlider* slider, QWidget* number, const QString& lo
     grid->addWidget(lowLabel, 1, 0, 1, labelledEnds / 2);
     grid->addWidget(highLabel, 1, labelledEnds / 2, 1, labelledEnds / 2);
     grid->setColumnStretch(0, 1);
-    number->setMinimumWidth(number->fontMetrics().horizontalAdvance(QStringLiteral("00000000.0"))); // all alike
+    number->setMinimumWidth(
+        number->fontMetrics().horizontalAdvance(QStringLiteral("00000000.0"))); // all alike
     owner->setFocusProxy(number);
 }
 
