@@ -6,36 +6,19 @@
 #include "view/PictureReader.h"
 #include "view/PictureWriter.h"
 #include "view/ViewState.h"
+#include "view/WaitCursor.h"
 
 #include "platform/File.h"
-
-#include <QGuiApplication>
 
 #include <new>
 
 using ormalux::Picture;
 using ormalux::PixelSource;
 using ormalux::RowOrder;
+using ormalux::WaitCursor;
 using Guard = std::lock_guard<std::recursive_mutex>;
 
 namespace {
-
-/// Shows the wait cursor while it lives.
-struct WaitCursor
-{
-    WaitCursor()
-    {
-        if (qGuiApp)
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    }
-    ~WaitCursor()
-    {
-        if (qGuiApp)
-            QGuiApplication::restoreOverrideCursor();
-    }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-};
 
 PixelSource sourceOf(const CKestImage& image)
 {

@@ -15,12 +15,25 @@ namespace {
 constexpr int stripHeight = 40; ///< above the view
 constexpr int stripLine = 36;   ///< the row of the line under the buttons
 constexpr COLORREF frameColor = 0x00675F52;
+constexpr int trackerCommand = 6600;
+
+/// A key as the shortcuts name it: plus and minus wherever they are on the keyboard.
+QKeyCombination plainKey(const QKeyEvent& event)
+{
+    const int key = event.key() == Qt::Key_Equal ? int(Qt::Key_Plus) : event.key();
+    Qt::KeyboardModifiers keys = event.modifiers() & ~Qt::KeypadModifier;
+    if (key == Qt::Key_Plus || key == Qt::Key_Minus)
+        keys &= ~Qt::ShiftModifier;
+    return QKeyCombination(keys, Qt::Key(key));
+}
 
 } // namespace
 
 CKestWnd::CKestWnd(QWidget* parent) : QFrame(parent), m(std::make_unique<WindowState>())
 {
     setFrameShape(QFrame::NoFrame); // the frame is drawn here
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    m->toolbar.emplace(*this, [this](int command) { SendCommand(command); });
     UserCreateView(&CKestView::staticMetaObject);
 }
 
@@ -50,14 +63,25 @@ void CKestWnd::adoptView(CKestView* view)
     m->view = view;
     view->setObjectName(QStringLiteral("pane_59648"));
     setFocusProxy(view);
+    connect(view, &CKestView::trackerChanged, this, [this] { showState(); });
+    connect(view, &CKestView::imageChanged, this, [this] { showState(); });
     placeView();
     view->setVisible(true);
+    showState();
+}
+
+/// The buttons follow the view.
+void CKestWnd::showState()
+{
+    m->toolbar->enable([this](int command) { return canSend(command); });
+    m->toolbar->setChecked(trackerCommand, m->view->IsTrackerMode() == 1);
 }
 
 void CKestWnd::placeView()
 {
     const int top = m->toolbarVisible ? stripHeight : 1;
     m->view->setGeometry(1, top, qMax(0, width() - 2), qMax(0, height() - 1 - top));
+    m->toolbar->layOut(m->toolbarVisible ? QSize(width(), stripLine) : QSize());
 }
 
 /// What touches widgets happens on the window's thread: at once there, queued from any other.
@@ -177,6 +201,7 @@ QSize CKestWnd::minimumSizeHint() const
 void CKestWnd::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
     if (m->toolbarVisible)
         CStdlib::DrawLine(&painter, 0, stripLine, width() - 1, stripLine, frameColor);
     CStdlib::DrawRectLine(&painter, 0, 0, width() - 1, height() - 1, frameColor, 1);
@@ -187,12 +212,23 @@ void CKestWnd::resizeEvent(QResizeEvent*)
     placeView();
 }
 
+/// Comes here when neither the view nor a shortcut of the host has taken the key.
 void CKestWnd::keyPressEvent(QKeyEvent* event)
 {
+    for (const ormalux::ToolbarCommand& command : ormalux::toolbarCommands()) {
+        if (!command.shortcut || !canSend(command.command))
+            continue;
+        if (QKeySequence(QString::fromLatin1(command.shortcut))[0] == plainKey(*event)) {
+            SendCommand(command.command);
+            return event->accept();
+        }
+    }
     QFrame::keyPressEvent(event);
 }
 
 void CKestWnd::changeEvent(QEvent* event)
 {
     QFrame::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && m->toolbar)
+        m->toolbar->translate();
 }

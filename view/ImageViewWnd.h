@@ -172,7 +172,8 @@ public:
     // Commands (view/ImageViewWndCommands.cpp)
 
     /// Runs a command by its number as its button or menu item does; the view's own commands, 3300 to 3304,
-    /// too. False for an unknown number. To be called from the window's thread.
+    /// too. False for an unknown number and from any other thread than the
+    /// window's.
     bool SendCommand(int command);
 
     QSize sizeHint() const override;
@@ -192,10 +193,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    friend struct ormalux::WindowState;
-
     void adoptView(CKestView* view);
     void placeView();
+    void showState();
+    bool canSend(int command) const;
     void onOwnThread(const std::function<void(CKestView&)>& action);
     bool edit(const std::function<void(CKestImage&)>& gray, const std::function<void(CKestImage24&)>& color,
               ormalux::ColorRows rows);

@@ -94,6 +94,11 @@ void CKestView::scrollTo(QPoint position)
 
 void CKestView::ZoomFitTo()
 {
+    if (QThread::currentThread() != thread()) { // a picture was loaded there
+        QMetaObject::invokeMethod(
+            this, [this] { ZoomFitTo(); }, Qt::QueuedConnection);
+        return;
+    }
     const Guard guard(m->lock);
     const float before = m->zoom;
     // Fitted pictures need no scroll bars: the whole room is theirs.

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "view/ImageViewWnd.h"
+#include "view/Toolbar.h"
 
-#include <QPointer>
+#include <optional>
 
 namespace ormalux {
 
@@ -10,6 +11,7 @@ namespace ormalux {
 struct WindowState
 {
     CKestView* view = nullptr; ///< a child of the window
+    std::optional<Toolbar> toolbar;
     bool toolbarVisible = true;
 };
 
