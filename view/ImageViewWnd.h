@@ -169,6 +169,19 @@ public:
     void HistoLog();
     void HistoStretch();
 
+    // Conversions of single colours (view/ImageViewWndColor.cpp), channels 0 to 255; color/ColorConversion.h
+    // tells the formulas. From any thread; no pointer may be null.
+
+    /// h in degrees, 0 <= h < 360; s and i in 0 to 1.
+    static void RGBToHSI(unsigned char r, unsigned char g, unsigned char b, double* h, double* s, double* i);
+    static void HSIToRGB(double h, double s, double i, unsigned char* r, unsigned char* g, unsigned char* b);
+    static void RGBToCMYK(unsigned char r, unsigned char g, unsigned char b, unsigned char* c,
+                          unsigned char* m, unsigned char* y, unsigned char* k);
+    static void CMYKToRGB(unsigned char c, unsigned char m, unsigned char y, unsigned char k,
+                          unsigned char* r, unsigned char* g, unsigned char* b);
+    static unsigned char RGBToGray(unsigned char r, unsigned char g, unsigned char b);
+    static void GrayToRGB(unsigned char gray, unsigned char* r, unsigned char* g, unsigned char* b);
+
     // Commands (view/ImageViewWndCommands.cpp)
 
     /// Runs a command by its number as its button or menu item does; the view's own commands, 3300 to 3304,
