@@ -7,7 +7,6 @@
 #include "image/kernels/ByteLoops-inl.h"
 
 #include <algorithm>
-#include <cstring>
 
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
@@ -41,48 +40,57 @@ HWY_INLINE void pick(const std::uint8_t* pixels, std::size_t count, std::uint8_t
     }
 }
 
-// Writes eight records, position, value and 0 in three 64-bit lanes each: of the places and values from the
-// given one on, with the position of place 0.
-HWY_INLINE void writeEight(const Picked& picked, std::size_t from, std::uint64_t origin, std::uint64_t* lanes)
+// Eight records, position, value and 0 in three 64-bit lanes each, as three vectors.
+struct EightRecords
 {
-    const hn::ScalableTag<std::uint64_t> d;
-    const hn::Rebind<std::uint32_t, decltype(d)> d32;
-    const hn::Rebind<std::uint8_t, decltype(d)> d8;
-    const auto widened = [&](const std::uint8_t* bytes) HWY_ATTR {
-        return hn::PromoteTo(d, hn::PromoteTo(d32, hn::LoadU(d8, bytes + from)));
+    __m512i lanes[3];
+};
+
+// The records of the places and values from the given one on, with the position of place 0.
+HWY_INLINE EightRecords eightRecords(const Picked& picked, std::size_t from, std::uint64_t origin)
+{
+    const auto widened = [&](const std::uint8_t* bytes) {
+        return _mm512_cvtepu8_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes + from)));
     };
-    const auto position = widened(picked.places) + hn::Set(d, origin);
-    const auto value = widened(picked.values);
-    HWY_ALIGN static constexpr std::uint64_t records[24] = {0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3,
-                                                            4, 4, 4, 5, 5, 5, 6, 6, 6, 7, 7, 7};
-    HWY_ALIGN static constexpr std::uint64_t parts[24] = {0, 1, 2, 0, 1, 2, 0, 1, 2, 0, 1, 2,
-                                                          0, 1, 2, 0, 1, 2, 0, 1, 2, 0, 1, 2};
-    for (std::size_t k = 0; k < 24; k += 8) {
-        const auto record = hn::IndicesFromVec(d, hn::Load(d, records + k));
-        const auto part = hn::Load(d, parts + k);
-        const auto lane = hn::IfThenElse(part == hn::Set(d, 1), hn::TableLookupLanes(value, record),
-                                         hn::TableLookupLanes(position, record));
-        hn::StoreU(hn::IfThenZeroElse(part == hn::Set(d, 2), lane), d, lanes + k);
+    const __m512i position =
+        _mm512_add_epi64(widened(picked.places), _mm512_set1_epi64(std::int64_t(origin)));
+    const __m512i value = widened(picked.values);
+    // From 8 on an index means the values; every third lane is 0.
+    const __m512i first = _mm512_setr_epi64(0, 8, 0, 1, 9, 0, 2, 10);
+    const __m512i second = _mm512_setr_epi64(0, 3, 11, 0, 4, 12, 0, 5);
+    const __m512i third = _mm512_setr_epi64(13, 0, 6, 14, 0, 7, 15, 0);
+    return {{_mm512_maskz_permutex2var_epi64(0b11011011, position, first, value),
+             _mm512_maskz_permutex2var_epi64(0b10110110, position, second, value),
+             _mm512_maskz_permutex2var_epi64(0b01101101, position, third, value)}};
+}
+
+// Writes the picked pixels' records and returns where the next one goes.
+HWY_INLINE _stPixel* writeRecords(const Picked& picked, std::uint64_t origin, _stPixel* record)
+{
+    static_assert(sizeof(_stPixel) == 3 * sizeof(std::uint64_t));
+    std::uint8_t* to = reinterpret_cast<std::uint8_t*>(record);
+    std::size_t i = 0;
+    for (; i + 8 <= picked.number; i += 8, to += 8 * sizeof(_stPixel)) {
+        const EightRecords records = eightRecords(picked, i, origin);
+        for (int k = 0; k < 3; ++k)
+            _mm512_storeu_si512(to + 64 * k, records.lanes[k]);
     }
+    const EightRecords records = eightRecords(picked, i, origin);
+    const std::uint32_t wanted = (1u << 3 * (picked.number - i)) - 1;
+    for (int k = 0; k < 3; ++k)
+        _mm512_mask_storeu_epi64(to + 64 * k, __mmask8(wanted >> 8 * k), records.lanes[k]);
+    return record + picked.number;
 }
 
 std::size_t collectRange(const std::uint8_t* row, std::size_t width, std::uint8_t low, std::uint8_t high,
                          std::int32_t x, std::int32_t y, _stPixel* records)
 {
-    static_assert(sizeof(_stPixel) == 3 * sizeof(std::uint64_t));
     _stPixel* record = records;
     for (std::size_t i = 0; i < width; i += Picked::piece) {
         Picked picked;
         pick(row + i, std::min(width - i, Picked::piece), low, high, picked);
-        const std::uint64_t origin = std::uint32_t(x + std::int32_t(i)) | std::uint64_t(std::uint32_t(y))
-                                                                              << 32;
-        std::size_t k = 0;
-        for (; k + 8 <= picked.number; k += 8)
-            writeEight(picked, k, origin, reinterpret_cast<std::uint64_t*>(record + k));
-        std::uint64_t rest[24];
-        writeEight(picked, k, origin, rest);
-        std::memcpy(static_cast<void*>(record + k), rest, (picked.number - k) * sizeof(_stPixel));
-        record += picked.number;
+        const std::uint32_t column = std::uint32_t(x + std::int32_t(i));
+        record = writeRecords(picked, column | std::uint64_t(std::uint32_t(y)) << 32, record);
     }
     return std::size_t(record - records);
 }

@@ -54,18 +54,31 @@ std::uint64_t sumBytes(const std::uint8_t* pixels, std::size_t count)
     const hn::ScalableTag<std::uint8_t> d;
     const hn::Repartition<std::uint64_t, decltype(d)> d64;
     const std::size_t lanes = hn::Lanes(d);
-    auto a = hn::Zero(d64), b = a, c = a, e = a;
     std::size_t i = 0;
-    for (; i + 4 * lanes <= count; i += 4 * lanes) {
+    if (count < lanes) {
+        std::uint64_t sum = 0;
+        for (; i < count; ++i)
+            sum += pixels[i];
+        return sum;
+    }
+    // Vectors that straddle no cache line are read twice as fast: the ends are summed by vectors that
+    // overlap.
+    const std::size_t before = (0 - reinterpret_cast<std::uintptr_t>(pixels)) % lanes;
+    const std::size_t behind = (count - before) % lanes;
+    auto a = hn::SumsOf8(hn::IfThenElseZero(hn::FirstN(d, before), hn::LoadU(d, pixels)));
+    auto b =
+        hn::SumsOf8(hn::IfThenZeroElse(hn::FirstN(d, lanes - behind), hn::LoadU(d, pixels + count - lanes)));
+    auto c = hn::Zero(d64), e = c;
+    const std::size_t end = count - behind;
+    for (i = before; i + 4 * lanes <= end; i += 4 * lanes) {
         a = a + hn::SumsOf8(hn::LoadU(d, pixels + i));
         b = b + hn::SumsOf8(hn::LoadU(d, pixels + i + lanes));
         c = c + hn::SumsOf8(hn::LoadU(d, pixels + i + 2 * lanes));
         e = e + hn::SumsOf8(hn::LoadU(d, pixels + i + 3 * lanes));
     }
-    std::uint64_t sum = total(d64, (a + b) + (c + e));
-    for (; i < count; ++i)
-        sum += pixels[i];
-    return sum;
+    for (; i < end; i += lanes)
+        a = a + hn::SumsOf8(hn::LoadU(d, pixels + i));
+    return total(d64, (a + b) + (c + e));
 }
 
 std::uint64_t countRange(const std::uint8_t* pixels, std::size_t count, std::uint8_t low, std::uint8_t high)
