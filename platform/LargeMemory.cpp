@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 #endif
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -45,6 +46,54 @@ void* map(std::size_t bytes)
     return begin + before;
 }
 
+/// Keeps the large block that was freed last for the next one: results that are gathered anew for every
+/// picture would spend more time on the system's clearing of their pages than on being found. The system may
+/// have the pages back while nobody uses them.
+class SpareBlock
+{
+public:
+    ~SpareBlock()
+    {
+        if (void* block = m_block.exchange(nullptr))
+            munmap(block, sizeOf(block));
+    }
+
+    /// Null unless the kept block is large enough, and not more than twice as large.
+    void* take(std::size_t size)
+    {
+        void* block = m_block.load(std::memory_order_relaxed) ? m_block.exchange(nullptr) : nullptr;
+        if (!block)
+            return nullptr;
+        const std::size_t kept = sizeOf(block);
+        const bool fits = kept >= size && kept / 2 <= size;
+        if (const std::size_t used = fits ? size : 0; used < kept)
+            munmap(static_cast<char*>(block) + used, kept - used);
+        return fits ? block : nullptr;
+    }
+
+    void give(void* block, std::size_t size)
+    {
+        if (size <= mostKept) {
+            madvise(block, size, MADV_FREE);
+            sizeOf(block) = size;
+            block = m_block.exchange(block);
+            size = block ? sizeOf(block) : 0;
+        }
+        if (block)
+            munmap(block, size);
+    }
+
+private:
+    static constexpr std::size_t mostKept = std::size_t(64) << 20;
+
+    /// Stands in the block itself, so that one exchange moves both.
+    static std::size_t& sizeOf(void* block) { return *static_cast<std::size_t*>(block); }
+
+    std::atomic<void*> m_block{nullptr};
+};
+
+SpareBlock spare;
+
 /// A larger or smaller mapping with the pages of the old one.
 void* remap(void* block, std::size_t bytes, std::size_t newBytes)
 {
@@ -66,13 +115,16 @@ void* remap(void* block, std::size_t bytes, std::size_t newBytes)
 
 void* allocateBlock(std::size_t bytes)
 {
-    return isLarge(bytes) ? map(bytes) : std::malloc(bytes);
+    if (!isLarge(bytes))
+        return std::malloc(bytes);
+    void* kept = bytes < SIZE_MAX - largePage ? spare.take(mappedSize(bytes)) : nullptr;
+    return kept ? kept : map(bytes);
 }
 
 void freeBlock(void* block, std::size_t bytes)
 {
     if (isLarge(bytes) && block)
-        munmap(block, mappedSize(bytes));
+        spare.give(block, mappedSize(bytes));
     else
         std::free(block);
 }

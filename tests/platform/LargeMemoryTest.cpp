@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <random>
 
 namespace {
 
@@ -35,6 +36,38 @@ TEST(LargeMemory, ContentsSurviveEveryStepBetweenSmallAndLarge)
     }
     ormalux::freeBlock(block, size);
     ormalux::freeBlock(nullptr, 64 * mega);
+}
+
+TEST(LargeMemory, NoTwoBlocksShareMemoryWhateverWasFreedBefore)
+{
+    struct Block
+    {
+        std::uint32_t* words = nullptr;
+        std::size_t size = 0;
+        std::uint32_t mark = 0;
+    };
+    Block blocks[5];
+    std::mt19937 engine(12);
+    // A word on every page.
+    const auto eachPage = [](Block& block, auto visit) {
+        for (std::size_t i = 0; i < block.size / 4; i += 1024)
+            visit(block.words[i]);
+        visit(block.words[block.size / 4 - 1]);
+    };
+    for (std::uint32_t round = 1; round < 400; ++round) {
+        Block& block = blocks[engine() % 5];
+        ormalux::freeBlock(block.words, block.size);
+        block.size = mega * (3 + engine() % 16) + 4 * (engine() % 1000);
+        block.words = static_cast<std::uint32_t*>(ormalux::allocateBlock(block.size));
+        block.mark = round;
+        ASSERT_NE(block.words, nullptr);
+        eachPage(block, [&](std::uint32_t& word) { word = round; });
+        for (Block& other : blocks)
+            if (other.words)
+                eachPage(other, [&](std::uint32_t word) { ASSERT_EQ(word, other.mark) << round; });
+    }
+    for (const Block& block : blocks)
+        ormalux::freeBlock(block.words, block.size);
 }
 
 TEST(LargeMemory, WhatCannotBeHadIsNullAndLeavesTheOldBlock)
