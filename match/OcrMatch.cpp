@@ -23,6 +23,19 @@ bool inside(const ConstGrayView& image, const _stBlobRect& box)
     return left >= 0 && top >= 0 && right < image.width && bottom < image.height;
 }
 
+/// Asks for the pixels that the templates meet of a box, while another one is read: its rows are far apart.
+void prefetch(const ConstGrayView& image, const _stBlobRect& box, const Templates& templates)
+{
+    constexpr int cacheLine = 64;
+    if (!inside(image, box))
+        return;
+    const int right = int(std::min(std::int64_t(box.right), box.left + std::int64_t(templates.stride() * 8)));
+    const int end = int(std::min(box.bottom + std::int64_t(1), box.top + std::int64_t(templates.rows())));
+    for (int y = box.top; y < end; ++y)
+        for (int x = box.left; x < right + cacheLine; x += cacheLine)
+            __builtin_prefetch(image.row(y) + std::min(x, right));
+}
+
 /// Reads one box after the other.
 class CharacterReader
 {
@@ -67,7 +80,7 @@ void matchCharacters(const ConstGrayView& image, int threshold, std::span<const 
         return;
     std::atomic<bool> complete{true};
     const std::int64_t boxNanoseconds =
-        100 + std::int64_t(templates.count() * (4 + templates.rows() * templates.stride() / 4));
+        100 + std::int64_t(templates.count() * (5 + templates.rows() * templates.stride() / 24));
     runBands(Job::OcrMatch, std::int64_t(boxes.size()), {std::int64_t(boxes.size()) * boxNanoseconds},
              [&](const Band& band) {
                  CharacterReader reader;
@@ -75,8 +88,11 @@ void matchCharacters(const ConstGrayView& image, int threshold, std::span<const 
                      complete = false;
                      return;
                  }
-                 for (std::int64_t i = band.first; i < band.end; ++i)
+                 for (std::int64_t i = band.first; i < band.end; ++i) {
+                     if (i + 1 < band.end)
+                         prefetch(image, boxes[i + 1], templates);
                      found[i] = reader.read(image, threshold, boxes[i], templates);
+                 }
              });
     if (!complete)
         return;

@@ -9,16 +9,27 @@ namespace ormalux {
 
 namespace {
 
-std::size_t paddedWords(std::size_t stride, std::size_t rows)
+constexpr std::size_t wordBytes = sizeof(std::uint64_t);
+
+std::size_t wordsOf(std::size_t width)
 {
-    return (stride * rows + kernels::planeStep - 1) / kernels::planeStep * kernels::planeStep;
+    return (width + 63) / 64;
 }
 
+/// What a plane takes: its last row is written as whole words.
+std::size_t planeWords(std::size_t stride, std::size_t rows)
+{
+    if (rows == 0)
+        return 0;
+    const std::size_t words = (stride * (rows - 1) + wordBytes - 1) / wordBytes + wordsOf(stride * 8);
+    return (words + kernels::planeStep - 1) / kernels::planeStep * kernels::planeStep;
+}
+
+/// The part of a source that is packed.
 struct Extent
 {
     std::size_t width;
     std::size_t rows;
-    std::size_t stride;
 };
 
 Extent metExtent(const _stMatchSource& source, int mostWidth, int mostHeight)
@@ -26,8 +37,26 @@ Extent metExtent(const _stMatchSource& source, int mostWidth, int mostHeight)
     const int width = std::min(source.width, mostWidth);
     const int rows = std::min(source.height, mostHeight);
     if (!source.data || width < 1 || rows < 1)
-        return {0, 0, 1};
-    return {std::size_t(width), std::size_t(rows), (std::size_t(width) + 63) / 64};
+        return {1, 0};
+    return {std::size_t(width), std::size_t(rows)};
+}
+
+/// Rows of a word each, written stride bytes apart: the next row takes the place of what a word has too much.
+void putRows(const std::uint64_t* rows, std::size_t count, std::size_t stride, std::uint64_t* plane)
+{
+    auto* to = reinterpret_cast<unsigned char*>(plane);
+    for (std::size_t y = 0; y < count; ++y)
+        std::memcpy(to + y * stride, rows + y, wordBytes);
+}
+
+/// Packs the pixels of a level; rows has room for a word a row.
+void packPlane(const kernels::GrayRows& gray, std::uint8_t level, std::size_t stride, std::uint64_t* rows,
+               std::uint64_t* plane)
+{
+    if (stride % wordBytes == 0)
+        return kernels::packLevels(gray, level, level, plane, stride / wordBytes);
+    kernels::packLevels(gray, level, level, rows, 1);
+    putRows(rows, gray.rows, stride, plane);
 }
 
 } // namespace
@@ -35,29 +64,37 @@ Extent metExtent(const _stMatchSource& source, int mostWidth, int mostHeight)
 bool Templates::pack(std::span<const _stMatchSource> sources, int mostWidth, int mostHeight)
 {
     m_count = 0;
-    m_stride = 1;
     m_rows = 0;
+    std::size_t widest = 1;
+    for (const _stMatchSource& source : sources) {
+        const Extent extent = metExtent(source, mostWidth, mostHeight);
+        widest = std::max(widest, extent.width);
+        m_rows = std::max(m_rows, extent.rows);
+    }
+    const bool close = widest <= 64;
+    const auto strideOf = [&](std::size_t width) { return close ? (widest + 7) / 8 : wordsOf(width) * 8; };
+    m_stride = strideOf(widest);
     std::size_t words = 0;
     for (const _stMatchSource& source : sources) {
         const Extent extent = metExtent(source, mostWidth, mostHeight);
-        words += 2 * paddedWords(extent.stride, extent.rows);
-        m_stride = std::max(m_stride, extent.stride);
-        m_rows = std::max(m_rows, extent.rows);
+        words += 2 * planeWords(strideOf(extent.width), extent.rows);
     }
-    if (!m_planes.reserve(sources.size()) || !m_facts.reserve(sources.size()) || !m_words.reserve(words))
+    Growable<std::uint64_t> rows;
+    if (!m_planes.reserve(sources.size()) || !m_facts.reserve(sources.size()) || !m_words.reserve(words) ||
+        !rows.reserve(m_rows))
         return false;
     if (words > 0)
-        std::memset(m_words.data(), 0, words * sizeof(std::uint64_t));
+        std::memset(m_words.data(), 0, words * wordBytes);
     std::uint64_t* next = m_words.data();
     for (const _stMatchSource& source : sources) {
         const Extent extent = metExtent(source, mostWidth, mostHeight);
-        const std::size_t plane = paddedWords(extent.stride, extent.rows);
+        const std::size_t stride = strideOf(extent.width), plane = planeWords(stride, extent.rows);
         const kernels::GrayRows gray{source.data, source.width, extent.width, extent.rows};
         if (extent.rows > 0) {
-            kernels::packLevels(gray, 255, 255, next, extent.stride);
-            kernels::packLevels(gray, 0, 0, next + plane, extent.stride);
+            packPlane(gray, 255, stride, rows.data(), next);
+            packPlane(gray, 0, stride, rows.data(), next + plane);
         }
-        m_planes[m_count] = {next, next + plane, extent.stride, extent.rows};
+        m_planes[m_count] = {next, next + plane, stride, extent.rows, plane};
         m_facts[m_count++] = {source.key, float(source.black_count), float(source.white_count),
                               float(std::int64_t(source.width) * source.height)};
         next += 2 * plane;
@@ -67,32 +104,43 @@ bool Templates::pack(std::span<const _stMatchSource> sources, int mostWidth, int
 
 bool BoxBits::prepare(const Templates& templates)
 {
-    const std::size_t plane = paddedWords(templates.stride(), templates.rows());
-    if (!m_words.reserve(2 * plane))
+    const std::size_t plane = planeWords(templates.stride(), templates.rows());
+    if (!m_words.reserve(2 * plane + templates.rows()))
         return false;
-    m_planes = {m_words.data(), m_words.data() + plane, templates.stride(), templates.rows()};
+    m_planes = {m_words.data(), m_words.data() + plane, templates.stride(), templates.rows(), plane};
     return true;
 }
 
 void BoxBits::pack(const std::uint8_t* pixels, std::ptrdiff_t stride, int width, int height, int threshold)
 {
-    const std::size_t plane = paddedWords(m_planes.stride, m_planes.rows);
+    const std::size_t plane = m_planes.words;
     if (plane == 0)
         return;
-    std::memset(m_words.data(), 0, 2 * plane * sizeof(std::uint64_t));
+    std::memset(m_words.data(), 0, 2 * plane * wordBytes);
     if (width < 1 || height < 1)
         return;
-    const kernels::GrayRows gray{pixels, stride, std::min(std::size_t(width), m_planes.stride * 64),
+    const kernels::GrayRows gray{pixels, stride, std::min(std::size_t(width), m_planes.stride * 8),
                                  std::min(std::size_t(height), m_planes.rows)};
     std::uint64_t* white = m_words.data();
     std::uint64_t* black = white + plane;
+    // Rows closer than words are packed apart first.
+    const bool close = m_planes.stride % wordBytes != 0;
+    std::uint64_t* rows = close ? black + plane : white;
+    const std::size_t rowWords = close ? 1 : m_planes.stride / wordBytes;
     if (threshold < 255)
-        kernels::packLevels(gray, std::uint8_t(std::max(threshold, -1) + 1), 255, white, m_planes.stride);
-    const std::size_t words = (gray.width + 63) / 64;
+        kernels::packLevels(gray, std::uint8_t(std::max(threshold, -1) + 1), 255, rows, rowWords);
+    else if (close)
+        std::memset(rows, 0, gray.rows * wordBytes);
+    if (close)
+        putRows(rows, gray.rows, m_planes.stride, white);
+    const std::size_t words = wordsOf(gray.width);
     const std::uint64_t lastWord = ~std::uint64_t(0) >> (words * 64 - gray.width);
-    for (std::size_t y = 0; y < gray.rows; ++y, white += m_planes.stride, black += m_planes.stride)
+    std::uint64_t* inverse = close ? rows : black;
+    for (std::size_t y = 0; y < gray.rows; ++y, rows += rowWords, inverse += rowWords)
         for (std::size_t i = 0; i < words; ++i)
-            black[i] = ~white[i] & (i + 1 < words ? ~std::uint64_t(0) : lastWord);
+            inverse[i] = ~rows[i] & (i + 1 < words ? ~std::uint64_t(0) : lastWord);
+    if (close)
+        putRows(inverse - gray.rows, gray.rows, m_planes.stride, black);
 }
 
 } // namespace ormalux

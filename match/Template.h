@@ -18,8 +18,9 @@ struct TemplateFacts
     float area;
 };
 
-/// Match sources, packed into bits once per call. Pixels other than 0 and 255 are neither white nor black,
-/// and a source without data has no pixels.
+/// Match sources, packed into bits once per call: rows of whole words, or, where no source is wider than a
+/// word, rows as close as whole bytes let them. Pixels other than 0 and 255 are neither white nor black, and
+/// a source without data has no pixels.
 class Templates
 {
 public:
@@ -31,7 +32,7 @@ public:
     const kernels::BitPlanes* planes() const { return m_planes.data(); }
     const TemplateFacts& facts(std::size_t index) const { return m_facts[index]; }
 
-    /// The largest stride in words and number of rows of any template.
+    /// The largest stride in bytes and number of rows of any template.
     std::size_t stride() const { return m_stride; }
     std::size_t rows() const { return m_rows; }
 
@@ -40,7 +41,7 @@ private:
     Growable<TemplateFacts> m_facts;
     Growable<std::uint64_t> m_words;
     std::size_t m_count = 0;
-    std::size_t m_stride = 1;
+    std::size_t m_stride = 8;
     std::size_t m_rows = 0;
 };
 
@@ -57,7 +58,7 @@ public:
 
 private:
     Growable<std::uint64_t> m_words;
-    kernels::BitPlanes m_planes{nullptr, nullptr, 1, 0};
+    kernels::BitPlanes m_planes{nullptr, nullptr, 8, 0, 0};
 };
 
 } // namespace ormalux

@@ -43,10 +43,11 @@ TEST(OcrMatch, EqualsScoringEverySourcePixelByPixel)
 {
     Alphabet mixed({{12, 20}, {20, 20}, {1, 1}, {64, 3}, {65, 30}, {5, 40}, {140, 20}, {20, 20}});
     Alphabet narrow({{12, 20}, {9, 19}, {14, 22}, {3, 8}, {20, 30}});
+    Alphabet oneWord({{64, 30}, {33, 9}, {8, 20}});
     const CKestImage image = blobPicture(260, 150, 11);
     CBlobRectArray blobs;
     image.GetBlobList(100, 255, 1, 80, 1, 80, blobs);
-    for (Alphabet* alphabet : {&mixed, &narrow})
+    for (Alphabet* alphabet : {&mixed, &narrow, &oneWord})
         for (int threshold : {-5, 100, 300}) {
             const auto expected = readReference(image.view(), threshold, blobs, *alphabet);
             const auto check = [&](auto) {
