@@ -1,5 +1,7 @@
 #include "view/ClippedLines.h"
 
+#include "view/ThinShapes.h"
+
 #include <QPainter>
 #include <QPen>
 
@@ -46,7 +48,8 @@ bool cut(QLineF& line, const RECT& shown, double margin)
 
 } // namespace
 
-ClippedLines::ClippedLines(QPainter& painter) : m_painter(painter), m_shown{0, 0, 0, 0}
+ClippedLines::ClippedLines(QPainter& painter)
+    : m_painter(painter), m_canvas(canvasOf(painter)), m_shown{0, 0, 0, 0}
 {
     if (!painter.device())
         return;
@@ -62,19 +65,34 @@ ClippedLines::ClippedLines(QPainter& painter) : m_painter(painter), m_shown{0, 0
 void ClippedLines::setPen(const QPen& pen)
 {
     flush();
+    m_thin = false;
     m_margin = pen.widthF() + 2;
     m_painter.setPen(pen);
+}
+
+void ClippedLines::setThin(QRgb color)
+{
+    flush();
+    m_thin = true;
+    m_margin = 3;
+    m_color = color;
 }
 
 void ClippedLines::line(double x1, double y1, double x2, double y2)
 {
     QLineF line(x1, y1, x2, y2);
-    if (isSafe(x1, y1, x2, y2) || cut(line, m_shown, m_margin))
+    if (!isSafe(x1, y1, x2, y2) && !cut(line, m_shown, m_margin))
+        return;
+    if (m_thin)
+        thinLine(*m_canvas, int(line.x1()), int(line.y1()), int(line.x2()), int(line.y2()), m_color);
+    else
         m_waiting.append(line);
 }
 
 void ClippedLines::rectangle(int left, int top, int right, int bottom)
 {
+    if (m_thin)
+        return thinRectangle(*m_canvas, left, top, right, bottom, m_color);
     if (isSafe(left, top, right, bottom)) {
         flush();
         if (left == right || top == bottom)
@@ -91,6 +109,8 @@ void ClippedLines::rectangle(int left, int top, int right, int bottom)
 
 void ClippedLines::ellipse(int left, int top, int right, int bottom)
 {
+    if (m_thin)
+        return thinEllipse(*m_canvas, left, top, right, bottom, m_color);
     if (isSafe(left, top, right, bottom)) {
         flush();
         if (left == right || top == bottom)

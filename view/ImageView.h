@@ -233,7 +233,7 @@ private:
     void requestPaint();
     void pictureChanged();
     void tellEdited();
-    void composeFrame();
+    void composeFrame(QRect exposed);
     void paintFigures();
     void startDrag(QPointF device);
     void continueDrag(QPointF device);

@@ -16,17 +16,22 @@ using ormalux::ViewGeometry;
 using ormalux::XorFigure;
 using Guard = std::lock_guard<std::recursive_mutex>;
 
-/// The frame as it is saved: picture, overlays and gray levels. Writes the file that was asked for.
-void CKestView::composeFrame()
+/// The exposed part of the frame as it is saved: picture, overlays and gray levels. Writes the file that was
+/// asked for, which needs the whole.
+void CKestView::composeFrame(QRect exposed)
 {
     const Guard guard(m->lock);
+    const QRect whole(QPoint(0, 0), clientSize());
+    if (!m->screenFile.empty())
+        exposed = whole;
+    exposed &= whole;
     const ViewGeometry now = geometry();
     const ormalux::PixelSource picture = m->shown().source();
-    ormalux::prepareFrame(m->frame, clientSize(), devicePixelRatioF());
-    ormalux::paintPixels(m->frame, picture, now);
+    ormalux::prepareFrame(m->frame, whole.size(), devicePixelRatioF());
+    ormalux::paintPixels(m->frame, picture, now, exposed);
     if (m->overlayVisible)
-        ormalux::paintOverlays(m->frame, m->overlays, now);
-    ormalux::paintLevels(m->frame, picture, now);
+        ormalux::paintOverlays(m->frame, m->overlays, now, exposed);
+    ormalux::paintLevels(m->frame, picture, now, exposed);
     if (!m->screenFile.empty()) {
         const CString path = std::exchange(m->screenFile, {});
         CStdlib::BitmapToFile(m->frame, path.c_str(), CSize(m->frame.width(), m->frame.height()));
@@ -56,7 +61,7 @@ void CKestView::paintFigures()
 
 void CKestView::paintEvent(QPaintEvent* event)
 {
-    composeFrame();
+    composeFrame(event->region().boundingRect());
     paintFigures();
     QPainter painter(viewport());
     painter.setClipRegion(event->region());
@@ -65,7 +70,7 @@ void CKestView::paintEvent(QPaintEvent* event)
 
 void CKestView::OnDraw(CDC* dc)
 {
-    composeFrame();
+    composeFrame(QRect(QPoint(0, 0), clientSize()));
     paintFigures();
     if (dc && dc->isActive())
         dc->drawImage(QPoint(0, 0), m->frame);
@@ -73,7 +78,7 @@ void CKestView::OnDraw(CDC* dc)
 
 QImage CKestView::GetScreen()
 {
-    composeFrame();
+    composeFrame(QRect(QPoint(0, 0), clientSize()));
     return m->frame;
 }
 
@@ -88,7 +93,7 @@ void CKestView::ImageUpdate()
     Q_EMIT imageEdited(); // a linked buffer changes without a call
     const Guard guard(m->lock);
     if (!m->screenFile.empty()) // a hidden view does not paint
-        composeFrame();
+        composeFrame(QRect(QPoint(0, 0), clientSize()));
 }
 
 void CKestView::ScreenToFile(const CString& path)

@@ -72,6 +72,11 @@ QColor toQColor(COLORREF color)
     return QColor(GetRValue(color), GetGValue(color), GetBValue(color));
 }
 
+bool isThinPen(int style, int width)
+{
+    return width <= 1 && penStyle(style, width) == Qt::SolidLine;
+}
+
 const QPen& cachedPen(int style, int width, COLORREF color)
 {
     Caches& all = caches();

@@ -14,6 +14,9 @@ inline constexpr const char* displayFace = "굴림";
 /// The colour without transparency.
 QColor toQColor(COLORREF color);
 
+/// Whether a pen of this description draws a solid line one pixel wide.
+bool isThinPen(int style, int width);
+
 /// The process-wide pen of this description, made at the first request and kept while the process runs. style
 /// is 0 to 5 as overlay shapes have it; a pen wider than one pixel is solid. Safe from any thread.
 const QPen& cachedPen(int style, int width, COLORREF color);

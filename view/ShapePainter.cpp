@@ -3,6 +3,7 @@
 #include "view/ClippedLines.h"
 #include "view/PenCache.h"
 #include "view/ShapeList.h"
+#include "view/TextMasks.h"
 
 #include <QFont>
 #include <QGuiApplication>
@@ -100,7 +101,10 @@ private:
         m_width = shape.width;
         m_color = shape.color;
         m_selected = true;
-        m_lines.setPen(cachedPen(m_style, m_width, m_color));
+        if (m_lines.canvas() && isThinPen(m_style, m_width))
+            m_lines.setThin(qRgb(GetRValue(m_color), GetGValue(m_color), GetBValue(m_color)));
+        else
+            m_lines.setPen(cachedPen(m_style, m_width, m_color));
     }
 
     void addShaft(const Shape& shape)
@@ -118,15 +122,20 @@ private:
             return;
         const double tipX = toDevice(shape.x2, m_zoomX);
         const double tipY = toDevice(shape.y2, m_zoomY);
-        const double back = std::atan2(dy, dx);
-        for (const double side : {-std::numbers::pi / 6, std::numbers::pi / 6})
-            m_lines.line(tipX, tipY, std::round(tipX + shape.extent * std::cos(back + side)),
-                         std::round(tipY + shape.extent * std::sin(back + side)));
+        const double length = std::hypot(dx, dy);
+        const double backX = shape.extent * std::numbers::sqrt3 / 2 * dx / length;
+        const double backY = shape.extent * std::numbers::sqrt3 / 2 * dy / length;
+        const double sideX = shape.extent * dy / length / 2;
+        const double sideY = -shape.extent * dx / length / 2;
+        m_lines.line(tipX, tipY, std::round(tipX + backX + sideX), std::round(tipY + backY + sideY));
+        m_lines.line(tipX, tipY, std::round(tipX + backX - sideX), std::round(tipY + backY - sideY));
     }
 
     void drawDot(const Shape& shape, const Box& box)
     {
         m_lines.flush();
+        if (m_lines.canvas())
+            return m_lines.canvas()->dot(box.left, box.top, toQColor(shape.color).rgb());
         m_painter.fillRect(int(box.left), int(box.top), 1, 1, toQColor(shape.color));
     }
 
@@ -135,8 +144,14 @@ private:
         if (!qGuiApp)
             return;
         m_lines.flush();
-        m_selected = false;
         const std::string_view text = m_list.text(shape);
+        const int height = std::abs(shape.extent);
+        if (m_lines.canvas() && height <= tallestMask) {
+            const auto mask = textMask(text, height, 1);
+            return blendMask(*m_lines.canvas(), box.left + mask->left, box.top + mask->top, *mask,
+                             toQColor(shape.color).rgb());
+        }
+        m_selected = false;
         m_painter.setPen(toQColor(shape.color));
         if (m_painter.font() != cachedFont(shape.extent))
             m_painter.setFont(cachedFont(shape.extent));

@@ -4,15 +4,18 @@
 #include "view/DrawObjArray.h"
 #include "view/NearestPixels.h"
 #include "view/PenCache.h"
+#include "view/TextMasks.h"
 #include "view/ViewTracker.h"
 #include "view/XorPainting.h"
 
-#include <QFont>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPen>
 
+#include <array>
 #include <cmath>
+#include <span>
+#include <string>
 #include <vector>
 
 namespace ormalux {
@@ -38,24 +41,50 @@ RECT nearFrame(const RECT& rect, QSize client)
     return {x(rect.left), y(rect.top), x(rect.right), y(rect.bottom)};
 }
 
-/// A gray level as it stands in its cell, drawn once: thousands of them are visible at a time. Kept for one
-/// scale of the screen; only the thread that paints comes here.
-const QImage& levelLabel(std::uint8_t level, qreal scale)
+/// The device pixels that show a part of the client area.
+QRect deviceRect(const QImage& frame, const QRect& exposed)
 {
-    static QImage labels[256];
-    QImage& label = labels[level];
-    const int cell = int(largestZoom);
-    if (!label.isNull() && label.devicePixelRatio() == scale)
-        return label;
-    label = QImage(QSize(cell, cell) * scale, QImage::Format_ARGB32_Premultiplied);
-    label.setDevicePixelRatio(scale);
-    label.fill(Qt::transparent);
-    QPainter painter(&label);
-    painter.setFont(cachedFont(levelHeight));
-    painter.setPen(toQColor(levelColor));
-    painter.drawText(QRect(0, 0, cell, cell), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                     QString::number(level));
-    return label;
+    const qreal scale = frame.devicePixelRatio();
+    const QRectF device(QPointF(exposed.topLeft()) * scale, QSizeF(exposed.size()) * scale);
+    return device.toAlignedRect() & frame.rect();
+}
+
+DeviceCanvas canvasOf(QImage& frame)
+{
+    return {reinterpret_cast<std::uint32_t*>(frame.bits()),
+            frame.bytesPerLine() / 4,
+            {0, 0, frame.width(), frame.height()}};
+}
+
+/// What is left black of a row or a whole frame: the entries before and behind those that name a pixel.
+struct Margins
+{
+    explicit Margins(std::span<const int> entries)
+    {
+        const auto shows = [](int entry) { return entry != noPixel; };
+        before = std::ranges::find_if(entries, shows) - entries.begin();
+        behind = std::find_if(entries.rbegin(), entries.rend() - before, shows) - entries.rbegin();
+    }
+    std::ptrdiff_t before;
+    std::ptrdiff_t behind;
+};
+
+/// Blackens what copyNearest left of an area.
+void paintBeside(std::uint32_t* out, std::ptrdiff_t stride, std::span<const int> columns,
+                 std::span<const int> rows)
+{
+    constexpr std::uint32_t black = 0xff000000u;
+    const auto width = std::ptrdiff_t(columns.size());
+    const Margins sides(columns);
+    for (const int row : rows) {
+        if (row == noPixel) {
+            std::fill_n(out, width, black);
+        } else {
+            std::fill_n(out, sides.before, black);
+            std::fill_n(out + width - sides.behind, sides.behind, black);
+        }
+        out += stride;
+    }
 }
 
 QPolygon corners(const RECT& rect)
@@ -69,52 +98,65 @@ QPolygon corners(const RECT& rect)
 void prepareFrame(QImage& frame, QSize client, qreal scale)
 {
     const QSize size(int(std::ceil(client.width() * scale)), int(std::ceil(client.height() * scale)));
-    if (frame.size() != size)
+    if (frame.size() != size || !frame.isDetached())
         frame = QImage(size, QImage::Format_RGB32);
     frame.setDevicePixelRatio(scale);
-    frame.fill(Qt::black);
 }
 
-void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry)
+void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
+                 const QRect& exposed)
 {
-    if (frame.isNull() || picture.empty())
+    const QRect area = deviceRect(frame, exposed);
+    if (area.isEmpty())
         return;
     const float scale = float(frame.devicePixelRatio());
-    std::vector<int> columns(std::size_t(frame.width()));
-    std::vector<int> rows(std::size_t(frame.height()));
-    for (std::size_t x = 0; x < columns.size(); ++x)
-        columns[x] = geometry.columnAt(float(x) / scale);
-    for (std::size_t y = 0; y < rows.size(); ++y)
-        rows[y] = geometry.rowAt(float(y) / scale);
-    copyNearest(picture, columns, rows, reinterpret_cast<std::uint32_t*>(frame.bits()),
-                frame.bytesPerLine() / 4);
+    std::vector<int> columns(std::size_t(area.width()), noPixel);
+    std::vector<int> rows(std::size_t(area.height()), noPixel);
+    if (!picture.empty()) {
+        for (std::size_t x = 0; x < columns.size(); ++x)
+            columns[x] = geometry.columnAt(float(area.left() + int(x)) / scale);
+        for (std::size_t y = 0; y < rows.size(); ++y)
+            rows[y] = geometry.rowAt(float(area.top() + int(y)) / scale);
+    }
+    const DeviceCanvas canvas = canvasOf(frame);
+    std::uint32_t* const out = canvas.at(area.left(), area.top());
+    copyNearest(picture, columns, rows, out, canvas.stride);
+    paintBeside(out, canvas.stride, columns, rows);
 }
 
-void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry)
+void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry, const QRect& exposed)
 {
     if (frame.isNull() || shapes.GetCount() == 0)
         return;
     QPainter painter(&frame);
     const QPoint start = geometry.center - geometry.scroll;
-    const QSize client = clientOf(frame);
     painter.translate(start);
-    RECT clip{-start.x(), -start.y(), client.width() - start.x(), client.height() - start.y()};
+    const QRect shown = (exposed & QRect(QPoint(0, 0), clientOf(frame))).translated(-start);
+    RECT clip{shown.left(), shown.top(), shown.left() + shown.width(), shown.top() + shown.height()};
     shapes.Draw(&painter, geometry.zoom, geometry.zoom, &clip);
 }
 
-void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry)
+void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
+                 const QRect& exposed)
 {
     if (frame.isNull() || picture.empty() || picture.bitCount != 8 || geometry.zoom < largestZoom || !qGuiApp)
         return;
-    QPainter painter(&frame);
-    const QSize client = clientOf(frame);
-    const CPoint first = geometry.toImage({0, 0});
-    const CPoint last = geometry.toImage({double(client.width()), double(client.height())});
+    const DeviceCanvas canvas = canvasOf(frame);
+    const qreal scale = frame.devicePixelRatio();
+    const CPoint first = geometry.toImage(exposed.topLeft());
+    const CPoint last = geometry.toImage(exposed.bottomRight() + QPoint(1, 1));
+    const QRgb color = toQColor(levelColor).rgb();
+    std::array<std::shared_ptr<const TextMask>, 256> masks; // thousands of levels are visible at a time
     for (int y = std::max<int>(first.y, 0); y <= std::min<int>(last.y, picture.height - 1); ++y)
         for (int x = std::max<int>(first.x, 0); x <= std::min<int>(last.x, picture.width - 1); ++x) {
+            const std::uint8_t level = picture.row(y)[x];
+            auto& mask = masks[level];
+            if (!mask)
+                mask = textMask(std::to_string(level), levelHeight, scale);
             const CPoint corner = geometry.toDevicePoint(x, y);
-            painter.drawImage(QPoint(corner.x, corner.y),
-                              levelLabel(picture.row(y)[x], frame.devicePixelRatio()));
+            const double half = largestZoom / 2.0;
+            blendMask(canvas, std::int64_t(std::floor((corner.x + half) * scale - mask->width / 2.0)),
+                      std::int64_t(std::floor((corner.y + half) * scale - mask->height / 2.0)), *mask, color);
         }
 }
 

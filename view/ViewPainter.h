@@ -10,19 +10,25 @@ class CDrawObjArray;
 
 namespace ormalux {
 
-/// Prepares a frame (32-bit, black) for a client area on a screen of the given scale; reuses its memory.
+/// Prepares a frame (32-bit) for a client area on a screen of the given scale; reuses its memory and what it
+/// shows unless somebody else holds the same image.
 void prepareFrame(QImage& frame, QSize client, qreal scale);
 
-/// Paints the picture into a prepared frame, each device pixel with the picture's pixel that columnAt and
-/// rowAt name there.
-void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry);
+// Each of the following paints the part of a prepared frame that shows the exposed part of the client area;
+// what the frame shows beside it is left undefined.
 
-/// Draws the shapes over it; the client area clips them.
-void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry);
+/// Paints the picture, each device pixel with the picture's pixel that columnAt and rowAt name there, and
+/// black beside it.
+void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
+                 const QRect& exposed);
+
+/// Draws the shapes over it.
+void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry, const QRect& exposed);
 
 /// Writes every visible pixel's gray level into its cell. Only for gray pictures at the largest zoom;
 /// otherwise nothing happens.
-void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry);
+void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
+                 const QRect& exposed);
 
 /// A figure that inverts what it covers; corners are device coordinates and belong to it.
 enum class XorFigure

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <random>
 #include <thread>
 
 namespace {
@@ -55,6 +56,65 @@ TEST_F(ViewPaint, ThePaintedPixelIsTheReportedOneAtEveryZoom)
                     ASSERT_EQ(image.pixel(x, y), expected) << x << "," << y << " zoom " << view->GetZoom()
                                                            << " pixel " << pixel.x() << "," << pixel.y();
                 }
+        }
+    }
+}
+
+TEST_F(ViewPaint, RandomZoomsAndScrollsShowTheNearestPixelBelow)
+{
+    const double scale = view->devicePixelRatioF();
+    std::mt19937 engine(11);
+    const auto upTo = [&](int most) { return int(engine() % unsigned(most + 1)); };
+    for (int round = 0; round < 60; ++round) {
+        const int bits = round % 2 ? 24 : 8;
+        const int width = 1 + upTo(900), height = 1 + upTo(700);
+        showRandom(width, height, bits);
+        view->ZoomFitTo();
+        if (round % 5)
+            view->ZoomPlus(round % 5 == 1 ? 30.0f : float(upTo(9000)) / 1000);
+        view->horizontalScrollBar()->setValue(upTo(view->horizontalScrollBar()->maximum()));
+        view->verticalScrollBar()->setValue(upTo(view->verticalScrollBar()->maximum()));
+        const QImage image = view->GetScreen();
+        const CPoint start = view->ImageToDevice(0, 0);
+        const double zoom = double(view->GetZoom());
+        for (int i = 0; i < 400; ++i) {
+            const int x = upTo(image.width() - 1), y = upTo(image.height() - 1);
+            const double across = x / scale - start.x, down = y / scale - start.y;
+            const double column = across / zoom, row = down / zoom;
+            const auto unsure = [](double at) { return std::abs(at - std::round(at)) < 1e-3; };
+            if (unsure(column) || unsure(row) ||
+                (bits == 8 && zoom >= 25)) // the levels written there cover it
+                continue;
+            const std::size_t stride = std::size_t((width * bits + 31) / 32 * 4);
+            QRgb expected = 0xff000000u;
+            if (column >= 0 && row >= 0 && across < std::floor(width * zoom) &&
+                down < std::floor(height * zoom)) {
+                const std::uint8_t* const at = bytes.data() + stride * std::size_t(height - 1 - int(row)) +
+                                               std::size_t(int(column) * bits / 8);
+                expected = bits == 8 ? qRgb(at[0], at[0], at[0]) : qRgb(at[2], at[1], at[0]);
+            }
+            ASSERT_EQ(image.pixel(x, y), expected) << "round " << round << " at " << x << "," << y;
+        }
+    }
+}
+
+TEST_F(ViewPaint, PaintingAPartLeavesTheRestOfTheScreenAsItWas)
+{
+    showRandom(60, 50, 8);
+    for (const bool largest : {false, true}) {
+        view->ZoomFitTo();
+        if (largest)
+            view->ZoomPlus(30);
+        view->GetOverlays().AddEllipse(3, 3, 30, 20, 0, 1, RGB(0, 255, 0), "a");
+        view->GetOverlays().AddLine(0, 49, 59, 0, 1, 1, RGB(255, 0, 0), "a");
+        view->SetTrackerMode(1);
+        view->SetTrackerPosition(CRect(2, 2, 12, 9));
+        QApplication::processEvents();
+        QImage store = seen();
+        const QImage whole = store.copy();
+        for (const QRect part : {QRect(0, 0, 30, 40), QRect(51, 33, 101, 77), QRect(390, 290, 50, 50)}) {
+            view->viewport()->render(&store, part.topLeft(), part, QWidget::RenderFlags());
+            EXPECT_EQ(store, whole) << largest << " part at " << part.left();
         }
     }
 }

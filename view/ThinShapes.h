@@ -1,0 +1,21 @@
+#pragma once
+
+#include "view/DeviceCanvas.h"
+
+namespace ormalux {
+
+// Outlines one pixel wide, written straight into the pixels: many times faster than a painter, and the same
+// on every system. What lies outside the canvas is left out.
+
+/// Both ends are part of the line, which has one pixel in each column (flat lines) or row (steep ones), the
+/// nearest one; a line and its reverse are the same. Coordinates lie within +-2^29.
+void thinLine(const DeviceCanvas& canvas, int x1, int y1, int x2, int y2, QRgb color);
+
+/// The outline through both corners, which are in order.
+void thinRectangle(const DeviceCanvas& canvas, int left, int top, int right, int bottom, QRgb color);
+
+/// The outline of the ellipse in the rectangle, whose corners are in order and belong to it; connected, with
+/// both axes of symmetry. Takes no longer than what is shown of it.
+void thinEllipse(const DeviceCanvas& canvas, int left, int top, int right, int bottom, QRgb color);
+
+} // namespace ormalux
