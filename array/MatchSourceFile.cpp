@@ -1,6 +1,5 @@
 #include "array/MatchSourceFile.h"
 
-#include "array/TemplatePixels.h"
 #include "platform/File.h"
 
 #include <array>
@@ -49,32 +48,6 @@ std::optional<ParsedMatchSource> parseMatchSource(std::span<const std::uint8_t> 
     if (!header || pixelCount(*header) > bytes.size() - matchSourceHeaderSize)
         return std::nullopt;
     return ParsedMatchSource{*header, bytes.subspan(matchSourceHeaderSize, std::size_t(pixelCount(*header)))};
-}
-
-std::optional<_stMatchSource> readMatchSource(const char* path)
-{
-    if (!path)
-        return std::nullopt;
-    const auto head = readFile(path, matchSourceHeaderSize);
-    const auto length = fileLength(path);
-    if (!head || !length)
-        return std::nullopt;
-    const auto header = parseMatchSourceHeader(*head);
-    if (!header || matchSourceHeaderSize + pixelCount(*header) > *length)
-        return std::nullopt;
-    const auto bytes = readFile(path, matchSourceHeaderSize + pixelCount(*header));
-    if (!bytes)
-        return std::nullopt;
-    const auto parsed = parseMatchSource(*bytes); // the file may have changed meanwhile
-    if (!parsed)
-        return std::nullopt;
-    _stMatchSource source = parsed->source;
-    if (!parsed->pixels.empty()) {
-        source.data = keepTemplatePixels(parsed->pixels);
-        if (!source.data)
-            return std::nullopt;
-    }
-    return source;
 }
 
 bool writeMatchSource(const char* path, const _stMatchSource& source)
