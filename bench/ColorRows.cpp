@@ -1,4 +1,5 @@
 #include "bench/Bench.h"
+#include "bench/Limits.h"
 #include "bench/Pictures.h"
 #include "color/VisionImage24.h"
 
@@ -184,7 +185,11 @@ void addPlanes(std::vector<bench::Row>& table, const bench::Extent& extent,
                const std::shared_ptr<Scene>& scene)
 {
     const bool small = &extent != &bench::extents[0];
-    const auto limit = [scene] { std::memcpy(scene->copy.data(), scene->pixels.data(), scene->copy.size()); };
+    // Three bytes read and one written a pixel.
+    const auto limit = [scene] {
+        bench::readAll(scene->pixels.data(), scene->pixels.size());
+        std::memset(scene->copy.data(), 1, scene->copy.size() / 3);
+    };
     for (const PlaneRow& plane : planes) {
         const Member member = plane.member;
         const Formula formula = plane.formula;
