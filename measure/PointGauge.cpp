@@ -43,27 +43,16 @@ private:
     /// No sample waits for the one before it, as the walk's own decisions would make it.
     void readAlongSlope(std::uint8_t* samples, std::int64_t end)
     {
+        static_assert(LineWalk::Slope::shift == kernels::LineSlope::shift);
         const LineWalk::Slope slope = m_walk.slope();
         const std::ptrdiff_t along = m_walk.steep() ? m_view.stride : 1;
-        const std::ptrdiff_t acrossUnit = m_walk.steep() ? 1 : m_view.stride;
-        const std::ptrdiff_t across = m_walk.sign() * acrossUnit;
-        const std::uint8_t* pixel =
-            m_view.pixels + m_walk.across() * acrossUnit + (m_walk.along() + m_step) * along;
-        std::uint64_t sideways = slope.start + std::uint64_t(m_step) * slope.increment;
-        const auto take = [&] {
-            *samples++ = pixel[std::ptrdiff_t(sideways >> LineWalk::Slope::shift) * across];
-            pixel += along;
-            sideways += slope.increment;
-        };
-        std::int64_t left = end - m_step;
-        for (; left >= 4; left -= 4) {
-            take();
-            take();
-            take();
-            take();
-        }
-        for (; left > 0; --left)
-            take();
+        const std::ptrdiff_t across = m_walk.steep() ? 1 : m_view.stride;
+        kernels::sampleLine(m_view.pixels + m_walk.across() * across + (m_walk.along() + m_step) * along,
+                            {.sideways = slope.start + std::uint64_t(m_step) * slope.increment,
+                             .increment = slope.increment,
+                             .along = along,
+                             .across = m_walk.sign() * across},
+                            std::size_t(end - m_step), samples);
     }
 
     const LineWalk& m_walk;

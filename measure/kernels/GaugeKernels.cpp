@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "measure/kernels/GaugeKernels.cpp"
@@ -10,9 +11,17 @@
 HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
+using kernels::LineSlope;
 using kernels::maxColumns;
 using kernels::ProfileStep;
 using kernels::StepRule;
+
+inline void sampleLinePlainly(const std::uint8_t* pixel, LineSlope line, std::size_t count,
+                              std::uint8_t* samples)
+{
+    for (; count > 0; --count, pixel += line.along, line.sideways += line.increment)
+        *samples++ = pixel[std::ptrdiff_t(line.sideways >> LineSlope::shift) * line.across];
+}
 
 /// The contrast of the step between two samples, 0 for none.
 inline std::uint8_t contrastOf(std::uint8_t before, std::uint8_t now, StepRule rule)
@@ -74,6 +83,11 @@ inline void addRowPlainly(const std::uint8_t* before, const std::uint8_t* now, i
 
 #if ORMALUX_PLAIN
 
+void sampleLine(const std::uint8_t* pixel, const LineSlope& line, std::size_t count, std::uint8_t* samples)
+{
+    sampleLinePlainly(pixel, line, count, samples);
+}
+
 ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
 {
     return strongestStepPlainly(samples, count, rule);
@@ -102,6 +116,44 @@ inline void addRow(const std::uint8_t* before, const std::uint8_t* now, int coun
 }
 
 #else
+
+// Where a vector of samples lies is computed together; loading them one by one is as fast as the machine's
+// gather.
+void sampleLine(const std::uint8_t* pixel, const LineSlope& line, std::size_t count, std::uint8_t* samples)
+{
+    using Offsets = hn::ScalableTag<std::int64_t>;
+    using Halves = hn::ScalableTag<std::int32_t>;
+    constexpr std::size_t lanes = hn::MaxLanes(Offsets());
+    const Offsets d;
+    const hn::RebindToUnsigned<Offsets> u;
+    HWY_ALIGN std::uint64_t sideways[lanes];
+    HWY_ALIGN std::int64_t offsets[lanes];
+    for (std::size_t i = 0; i < lanes; ++i) {
+        sideways[i] = line.sideways + i * line.increment;
+        offsets[i] = std::int64_t(i) * line.along;
+    }
+    auto side = hn::Load(u, sideways);
+    auto along = hn::Load(d, offsets);
+    const auto sideStep = hn::Set(u, lanes * line.increment);
+    const auto alongStep = hn::Set(d, std::int64_t(lanes) * line.along);
+    const auto across = hn::Set(Halves(), std::int32_t(line.across));
+    const bool fits = line.across == std::int32_t(line.across);
+    std::size_t i = 0;
+    for (; fits && i + lanes <= count; i += lanes) {
+        const auto turns = hn::BitCast(Halves(), hn::ShiftRight<LineSlope::shift>(side));
+        hn::Store(hn::MulEven(turns, across) + along, d, offsets);
+        [&]<std::size_t... k>(std::index_sequence<k...>)
+        {
+            ((samples[i + k] = pixel[offsets[k]]), ...);
+        }
+        (std::make_index_sequence<lanes>());
+        side = side + sideStep;
+        along = along + alongStep;
+    }
+    sampleLinePlainly(pixel + std::ptrdiff_t(i) * line.along,
+                      {line.sideways + i * line.increment, line.increment, line.along, line.across},
+                      count - i, samples + i);
+}
 
 using Bytes = hn::ScalableTag<std::uint8_t>;
 using Signed = hn::ScalableTag<std::int8_t>;
@@ -273,10 +325,16 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace ormalux::kernels {
 
+ORMALUX_SIMD_TABLE(sampleLine);
 ORMALUX_SIMD_TABLE(strongestStep);
 ORMALUX_SIMD_TABLE(strongestStepOfTurn);
 ORMALUX_SIMD_TABLE(markSteps);
 ORMALUX_SIMD_TABLE(strongestStepsInColumns);
+
+void sampleLine(const std::uint8_t* pixel, const LineSlope& line, std::size_t count, std::uint8_t* samples)
+{
+    ORMALUX_SIMD_CALL(sampleLine)(pixel, line, count, samples);
+}
 
 ProfileStep strongestStep(const std::uint8_t* samples, std::size_t count, StepRule rule)
 {

@@ -6,6 +6,23 @@
 /// Kernels that find the steps of gray profiles across a threshold.
 namespace ormalux::kernels {
 
+/// A line of pixels that has come sideways >> LineSlope::shift pixels to its side where it starts, and as
+/// many as sideways + i * increment says after i steps; a step and a pixel to the side lie so many bytes
+/// apart.
+struct LineSlope
+{
+    static constexpr int shift = 42;
+
+    std::uint64_t sideways;
+    std::uint64_t increment;
+    std::ptrdiff_t along;
+    std::ptrdiff_t across;
+};
+
+/// Copies the line's pixels; the line's first pixel, were it not to the side, is the one given. Fewer than
+/// 2^20 pixels, and no more than 2^20 to the side.
+void sampleLine(const std::uint8_t* pixel, const LineSlope& line, std::size_t count, std::uint8_t* samples);
+
 /// Which steps count: samples are exclusive-or'd with flip (0, or 255 to look for falling steps), then a
 /// sample above limit behind one that is not above it completes a step.
 struct StepRule
