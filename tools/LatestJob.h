@@ -2,7 +2,9 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <functional>
+#include <memory>
 
 namespace ormalux {
 
@@ -22,7 +24,9 @@ public:
     explicit LatestJob(QObject* parent = nullptr);
     ~LatestJob() override;
 
-    void start(Job job);
+    /// Waits so long for the job: when it has ended by then, what it found is delivered before this returns.
+    /// A job that has to wait for an older one is not waited for.
+    void start(Job job, std::chrono::milliseconds patience = {});
     void cancel();
     bool isRunning() const { return m_running; }
 
@@ -30,8 +34,10 @@ Q_SIGNALS:
     void runningChanged(bool running);
 
 private:
-    void launch(Job job);
-    void finished(unsigned number, const Deliver& deliver);
+    struct Launched;
+
+    std::shared_ptr<Launched> launch(Job job);
+    void finished(Launched& job);
     void setRunning(bool running);
 
     Job m_next;

@@ -38,8 +38,9 @@ CString opening(const ToolScene& scene, bool color)
             std::to_string(scene.width) + " x " + std::to_string(scene.height) + " pixels\n";
     if (color)
         return text + "#include \"color/VisionImage24.h\"\n\n#include <cstdio>\n";
-    text += "#include \"image/VisionImage.h\"\n\n#include <cstdio>\n#include <fstream>\n#include <iterator>\n"
-            "#include <vector>\n";
+    text +=
+        "#include \"image/VisionImage.h\"\n\n#include <algorithm>\n#include <cstdio>\n#include <fstream>\n"
+        "#include <iterator>\n#include <vector>\n";
     return text.append(grayReader);
 }
 

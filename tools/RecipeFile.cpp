@@ -1,7 +1,9 @@
 #include "tools/RecipeFile.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
@@ -106,6 +108,25 @@ void insertBeforeBracket(QByteArray& recipe, const QByteArray& plain, qsizetype 
         recipe.insert(last, ',');
 }
 
+/// Sources beside the recipe, or in folders there, are named from it: the two can be moved together. The
+/// others keep their whole paths.
+QList<QJsonObject> namedFrom(const QDir& folder, QList<QJsonObject> steps)
+{
+    for (QJsonObject& step : steps) {
+        const auto found = step.find(QStringLiteral("source"));
+        if (found == step.end())
+            continue;
+        QJsonArray files = found->isArray() ? found->toArray() : QJsonArray{*found};
+        for (QJsonValueRef file : files) {
+            const QString name = folder.relativeFilePath(file.toString());
+            if (!name.startsWith(QStringLiteral("..")))
+                file = name;
+        }
+        *found = files;
+    }
+    return steps;
+}
+
 bool writeWhole(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
@@ -114,8 +135,9 @@ bool writeWhole(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
-QString appendToRecipe(const QString& path, const QList<QJsonObject>& steps)
+QString appendToRecipe(const QString& path, const QList<QJsonObject>& found)
 {
+    const QList<QJsonObject> steps = namedFrom(QFileInfo(path).absoluteDir(), found);
     constexpr qint64 largestRecipe = 16 << 20;
     QFile file(path);
     QByteArray recipe = "{\n    \"steps\": [\n" + stepLines(steps) + "\n    ]\n}\n";

@@ -1,5 +1,7 @@
 #include "tools/ToolBox.h"
 
+#include "tools/MatchDlg.h"
+#include "tools/OcrMatchDlg.h"
 #include "tools/ThresholdDlg.h"
 
 namespace ormalux {
@@ -21,6 +23,8 @@ struct Entry
 /// By rising command.
 constexpr Entry entries[] = {
     {6603, make<CThresholdDlg>},
+    {6711, make<COcrMatchDlg>},
+    {6712, make<CMatchDlg>},
 };
 
 const Entry* find(int command)

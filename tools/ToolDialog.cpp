@@ -8,11 +8,14 @@
 
 #include <QEvent>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QHash>
 
 namespace ormalux {
 
 namespace {
+
+constexpr std::chrono::milliseconds moment(80); ///< what the operator does not feel as waiting
 
 /// Where the operator left each dialog, for as long as the program runs.
 QHash<QString, QPoint>& places()
@@ -65,6 +68,14 @@ void ToolDialog::attach(const char* className, ToolButtonRow* buttons, ResultTab
         if (isVisible() && m_results->selectAt(x, y) >= 0)
             resultChosen(m_results->selectedResult());
     });
+}
+
+bool ToolDialog::runSoon(std::function<std::function<void()>()> job)
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    m_background->start(std::move(job), moment);
+    QGuiApplication::restoreOverrideCursor();
+    return !m_background->isRunning();
 }
 
 void ToolDialog::setMessage(const QString& message)

@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 namespace ormalux {
 
 class LatestJob;
@@ -41,6 +43,9 @@ protected:
     ToolHost& host() const { return m_host; }
     /// Runs a part of refresh() off the window's thread; see LatestJob.
     LatestJob& background() { return *m_background; }
+    /// Runs a part of refresh() off the window's thread under the wait cursor: what ends within a moment is
+    /// delivered before this returns true, what takes longer goes on behind the bar.
+    bool runSoon(std::function<std::function<void()>()> job);
     ResultTable* results() const { return m_results; }
     /// Says something in the dialog's message line.
     void setMessage(const QString& message);

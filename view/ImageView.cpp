@@ -1,6 +1,6 @@
 #include "view/ImageView.h"
 
-#include "view/SourceSaving.h"
+#include "tools/SourceSaving.h"
 #include "view/ViewState.h"
 #include "view/ViewTracker.h"
 
@@ -140,6 +140,10 @@ void CKestView::RegMouseUpProc(KestHostProc proc)
 
 bool CKestView::SendCommand(int command)
 {
+    const auto trackerRegion = [this] {
+        const CRect tracker = GetTrackerRect();
+        return ormalux::isNothing(tracker) ? CRect(0, 0, -1, -1) : tracker;
+    };
     switch (command) {
     case ConfirmTracker: {
         if (!m->trackerMode)
@@ -157,10 +161,10 @@ bool CKestView::SendCommand(int command)
         SetOverlayVisible(!m->overlayVisible);
         return true;
     case SaveOcrSource:
-        ormalux::saveTrackerAsSource(*this, ormalux::SourceKind::Character);
+        ormalux::saveSource(*m->toolHost, trackerRegion(), ormalux::SourceKind::Character, {}, this);
         return true;
     case SaveMatchSource:
-        ormalux::saveTrackerAsSource(*this, ormalux::SourceKind::Pattern);
+        ormalux::saveSource(*m->toolHost, trackerRegion(), ormalux::SourceKind::Pattern, {}, this);
         return true;
     default:
         return false;

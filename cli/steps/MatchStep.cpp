@@ -2,6 +2,8 @@
 #include "cli/MatchSearch.h"
 #include "cli/Step.h"
 #include "platform/Path.h"
+#include "tools/ReadingOrder.h"
+#include "tools/SourceFile.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -77,6 +79,8 @@ void findParts(Workpiece& work, const Json& arguments)
     const double minimum = arguments.at("min_yield").get<double>();
     const std::size_t best = arguments.at("best").get<std::size_t>();
     std::vector<_stMatchResult> found = searchParts(work.image, sources, request);
+    if (arguments.at("ties").get<std::string>() == "last")
+        std::reverse(found.begin(), found.end());
     std::erase_if(found, [&](const _stMatchResult& part) { return yield(part) < minimum; });
     if (best > 0 && found.size() > best) {
         sortParts(found, "yield");
@@ -96,28 +100,6 @@ void findParts(Workpiece& work, const Json& arguments)
         addLabelledBox(work.shapes, {part.left, part.top, part.right, part.bottom}, RGB(255, 230, 0), label);
     }
     work.findings.push_back(std::move(findings));
-}
-
-/// Lines of characters, top to bottom: a character belongs to a line when its middle lies within the line's
-/// rows.
-std::vector<std::vector<_stMatchResult>> readingOrder(CMatchResultArray& results)
-{
-    results.SortTop();
-    std::vector<std::vector<_stMatchResult>> lines;
-    for (const _stMatchResult& character : results.records()) {
-        const LONG middle = character.top + (character.bottom - character.top) / 2;
-        const auto line = std::find_if(lines.begin(), lines.end(), [&](const auto& candidate) {
-            return middle >= candidate.front().top && middle <= candidate.front().bottom;
-        });
-        if (line == lines.end())
-            lines.push_back({character});
-        else
-            line->push_back(character);
-    }
-    for (auto& line : lines)
-        std::stable_sort(line.begin(), line.end(),
-                         [](const auto& a, const auto& b) { return a.left < b.left; });
-    return lines;
 }
 
 void readCharacters(Workpiece& work, const Json& arguments)
@@ -140,7 +122,7 @@ void readCharacters(Workpiece& work, const Json& arguments)
         for (const _stMatchResult& character : line) {
             if (yield(character) < minimum)
                 continue;
-            const std::string letter = character.key < 128 ? std::string(1, char(character.key)) : "?";
+            const std::string letter = characterText(character.key);
             text += letter;
             Json record = describe(character, int(findings.records.size()) + 1);
             findings.records.push_back({{"number", record["number"]}, {"character", letter}});
@@ -178,6 +160,13 @@ std::vector<Step> matchSteps()
           region,
           minimum,
           {"best", Kind::Integer, 0, "Keep so many of the best parts; 0 keeps all", 0, 1e9},
+          {"ties",
+           Kind::Choice,
+           "first",
+           "Which of equally good parts comes first: the one found first or last",
+           0,
+           0,
+           {"first", "last"}},
           {"sort", Kind::Choice, "yield", "yield (best first), left or top", 0, 0, {"yield", "left", "top"}}},
          findParts},
         {"ocr",

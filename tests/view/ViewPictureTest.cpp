@@ -4,11 +4,10 @@
 #include "tests/support/ViewFixture.h"
 #include "view/Picture.h"
 #include "view/PictureWriter.h"
-#include "view/SourceSaving.h"
 #include "view/ViewImage.h"
 
 #include <QFileDialog>
-#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTemporaryDir>
 
@@ -191,12 +190,12 @@ TEST_F(ViewPicture, TheRegionIsSavedAsASourceFileThatLoads)
     view->SetTrackerPosition(CRect(-20, -20, -5, -5));
     EXPECT_TRUE(view->SendCommand(3304)); // nothing to save: only a message
     EXPECT_TRUE(view->findChild<QMessageBox*>("sourceMessage"));
-    EXPECT_FALSE(view->findChild<QInputDialog*>("sourceKey"));
+    EXPECT_FALSE(view->findChild<QDialog*>("CMatchSrcDlg"));
     view->SetTrackerPosition(CRect(50, 30, 11, 11));
     ASSERT_TRUE(view->SendCommand(3303));
-    auto* const keys = view->findChild<QInputDialog*>("sourceKey");
+    auto* const keys = view->findChild<QDialog*>("COcrSrcDlg");
     ASSERT_TRUE(keys);
-    keys->setTextValue("7");
+    keys->findChild<QLineEdit*>("key")->setText("7");
     keys->accept();
     auto* const files = view->findChild<QFileDialog*>("sourceFile");
     ASSERT_TRUE(files);

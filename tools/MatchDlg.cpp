@@ -1,0 +1,110 @@
+#include "tools/MatchDlg.h"
+
+#include "image/VisionImage.h"
+#include "tools/LatestJob.h"
+#include "ui_MatchDlg.h"
+
+using ormalux::MatchTool;
+
+namespace {
+
+constexpr const char* patternLayer = "PATTERN_MATCH";
+constexpr COLORREF boxColor = RGB(0, 255, 0);
+constexpr COLORREF textColor = 255;
+constexpr int textSize = 12;
+
+} // namespace
+
+CMatchDlg::CMatchDlg(ormalux::ToolHost& host, QWidget* parent)
+    : ToolDialog(host, patternLayer, parent), m_ui(std::make_unique<Ui::MatchDlg>())
+{
+    m_ui->setupUi(this);
+    m_ui->level->setAutomatic(true);
+    m_ui->pattern->setKind(ormalux::SourceKind::Pattern);
+    attach("CMatchDlg", m_ui->buttons, m_ui->results);
+    clearFound();
+    m_ui->areaNote->hide();
+    const auto again = [this] { refresh(); };
+    connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, again);
+    connect(m_ui->pattern, &ormalux::SourceList::changed, this, again);
+    connect(m_ui->pattern, &ormalux::SourceList::refused, this, [this](const QString& m) { setMessage(m); });
+    connect(m_ui->below, &QSpinBox::valueChanged, this, again);
+    connect(m_ui->above, &QSpinBox::valueChanged, this, again);
+    connect(m_ui->run, &QPushButton::clicked, this, [this] {
+        m_ui->pattern->reload();
+        refresh();
+    });
+    connect(m_ui->thresholdRange, &QCheckBox::toggled, this, [this](bool range) {
+        m_ui->below->setEnabled(range);
+        m_ui->above->setEnabled(range);
+        refresh();
+    });
+    connect(m_ui->buttons, &ormalux::ToolButtonRow::cancelAsked, this,
+            [this] { setMessage(tr("취소했습니다.")); });
+}
+
+CMatchDlg::~CMatchDlg() = default;
+
+const ormalux::Tool& CMatchDlg::read()
+{
+    m_tool.sources = m_ui->pattern->paths();
+    m_tool.automatic = m_ui->level->isAutomatic();
+    m_tool.level = m_ui->level->value();
+    m_tool.range = m_ui->thresholdRange->isChecked();
+    m_tool.below = m_ui->below->value();
+    m_tool.above = m_ui->above->value();
+    return m_tool;
+}
+
+void CMatchDlg::refresh()
+{
+    read();
+    const auto picture = host().grayPicture();
+    const CRect area = host().area();
+    if (picture)
+        m_ui->level->showValue(m_tool.levelOf(*picture, area));
+    read();
+    if (!picture || m_tool.sources.empty()) {
+        background().cancel();
+        clearFound();
+        return setMessage(picture ? grayFormNote() : tr("영상이 없습니다."));
+    }
+    setMessage(grayFormNote());
+    m_ui->areaNote->setVisible(!ormalux::sceneOf(host()).wholePicture());
+    const bool shown = runSoon([this, tool = m_tool, picture, area] {
+        return [this, area, found = tool.run(*picture, area)] { showFound(found, area); };
+    });
+    if (!shown)
+        clearFound(); // what was found before is not what is looked for now
+}
+
+void CMatchDlg::showFound(const MatchTool::Found& found, const CRect& area)
+{
+    clearFound();
+    if (!found.refused.empty())
+        return setMessage(ormalux::refusedMessage(found.refused));
+    if (!found.best)
+        return setMessage(m_tool.automatic && m_tool.level == 0 ? tr("영역에 경계가 없습니다.")
+                                                                : tr("찾은 패턴이 없습니다."));
+    const ormalux::ResultList list = MatchTool::list(found, area);
+    results()->setResults(list);
+    const CRect& box = list.rows.front().box;
+    host().addRectangle(patternLayer, box, {boxColor});
+    host().addText(patternLayer, {box.left, box.top},
+                   QStringLiteral("%1 %").arg(100 * ormalux::yieldOf(*found.best), 0, 'f', 1).toStdString(),
+                   textSize, textColor);
+    host().repaint();
+}
+
+void CMatchDlg::clearFound()
+{
+    results()->setResults(MatchTool::list({}, {}));
+    host().clearLayer(patternLayer);
+    host().repaint();
+}
+
+void CMatchDlg::retranslate()
+{
+    m_ui->retranslateUi(this);
+    m_ui->pattern->retranslate();
+}
