@@ -6,7 +6,7 @@ set -euo pipefail
 declare -A groups=(
     [build]="g++ cmake ninja-build pkg-config libhwy-dev qt6-base-dev libqt6svg6 qt6-svg-dev qt6-image-formats-plugins
              nlohmann-json3-dev libcli11-dev fonts-nanum ccache"
-    [test]="libgtest-dev libgmock-dev python3 qt6-base-dev-tools"
+    [test]="libgtest-dev libgmock-dev python3 qt6-base-dev-tools xvfb openbox xdotool xclip"
     [fuzz]="clang libclang-rt-14-dev"
     [format]="clang-format-14"
     [windows]="g++-mingw-w64-x86-64-posix googletest wine wine64"
