@@ -52,7 +52,7 @@ MatchTool::Found MatchTool::run(const CKestImage& picture, const RECT& area) con
 ResultList MatchTool::list(const Found& found, const RECT& area)
 {
     ResultList list;
-    list.columns = {"number", "left", "top", "right", "bottom", "right-left", "bottom-top", "yield"};
+    list.columns = {"No.", "left", "top", "right", "bottom", "right-left", "bottom-top", "yield"};
     if (found.best) {
         const _stMatchResult& r = *found.best;
         using Whole = long long;
@@ -81,7 +81,7 @@ CString MatchTool::program(const ToolScene& scene) const
     body += range ? "MatchThresholdRange(" : "Match(";
     body += areaArguments(scene.area) + ", " + levels + ", sources, results);\n";
     body += R"(    results.SortYieldAverage();
-    std::printf("number,left,top,right,bottom,right-left,bottom-top,yield\n");
+    std::printf("No.,left,top,right,bottom,right-left,bottom-top,yield\n");
     const int count = results.GetCount();
     if (count > 0) {
         const _stMatchResult& r = results[count - 1];

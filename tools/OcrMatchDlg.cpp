@@ -4,6 +4,8 @@
 #include "tools/LatestJob.h"
 #include "ui_OcrMatchDlg.h"
 
+#include <QScrollBar>
+
 using ormalux::OcrMatchTool;
 
 namespace {
@@ -24,7 +26,8 @@ COcrMatchDlg::COcrMatchDlg(ormalux::ToolHost& host, QWidget* parent)
     m_ui->setupUi(this);
     m_ui->level->setAutomatic(true);
     m_ui->characters->setKind(ormalux::SourceKind::Character);
-    m_ui->text->setFixedHeight(textLines * m_ui->text->fontMetrics().lineSpacing() + 14);
+    m_ui->text->setFixedHeight(textLines * m_ui->text->fontMetrics().lineSpacing() +
+                               m_ui->text->horizontalScrollBar()->sizeHint().height() + 12);
     attach("COcrMatchDlg", m_ui->buttons, m_ui->results);
     clearFound();
     const auto again = [this] { refresh(); };
@@ -105,7 +108,7 @@ void COcrMatchDlg::draw(int chosen)
     const auto& rows = results()->results().rows;
     for (const auto& row : rows) {
         host().addRectangle(characterLayer, row.box, {boxColor});
-        host().addText(characterLayer, {row.box.left, row.box.top},
+        host().addText(characterLayer, {row.box.left, row.box.bottom + 1}, // below: the character stays seen
                        std::get<std::string>(row.values[characterColumn]), textSize, textColor);
     }
     if (chosen >= 0 && std::size_t(chosen) < rows.size())

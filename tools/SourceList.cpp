@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPushButton>
 #include <QTableWidget>
 
@@ -42,13 +43,33 @@ const KindTexts& textsOf(SourceKind kind)
     return texts[kind == SourceKind::Character];
 }
 
-constexpr QSize iconRoom(48, 24);
+constexpr QSize iconRoom(32, 22);
+constexpr int rowsSeen = 4; ///< without scrolling
 
 QImage pictureOf(const _stMatchSource& source)
 {
     return source.data && source.width > 0 && source.height > 0
                ? QImage(source.data, source.width, source.height, source.width, QImage::Format_Grayscale8)
                : QImage();
+}
+
+/// The whole template, smaller where it must be, and not tinted in a selected row.
+QIcon iconOf(const QImage& picture, qreal ratio)
+{
+    const QSize room = iconRoom * ratio;
+    const bool shrunk = picture.width() > room.width() || picture.height() > room.height();
+    QPixmap pixmap =
+        shrunk ? QPixmap::fromImage(picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation))
+               : enlarged(picture, iconRoom, ratio);
+    pixmap.setDevicePixelRatio(1);
+    QPainter painter(&pixmap);
+    painter.setPen(Qt::gray);
+    painter.drawRect(pixmap.rect().adjusted(0, 0, -1, -1)); // white ones end somewhere
+    painter.end();
+    pixmap.setDevicePixelRatio(ratio);
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected);
+    return icon;
 }
 
 QString keyText(const _stMatchSource& source, SourceKind kind)
@@ -84,7 +105,9 @@ SourceList::SourceList(QWidget* parent) : QWidget(parent), m_list(new QTableWidg
     m_list->setWordWrap(false);
     m_list->verticalHeader()->hide();
     m_list->verticalHeader()->setDefaultSectionSize(iconRoom.height() + 4);
+    m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_list->horizontalHeader()->setHighlightSections(false);
+    m_list->setMinimumHeight((rowsSeen + 1) * m_list->verticalHeader()->defaultSectionSize() + 4);
     m_list->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_list->horizontalHeader()->setSectionResizeMode(pathColumn, QHeaderView::Stretch);
     m_list->installEventFilter(this);
@@ -183,7 +206,8 @@ void SourceList::showRow(int row, const std::string& path)
                                 : refusedMessage({path}));
         m_list->setItem(row, column, item);
     }
-    m_list->item(row, 0)->setIcon(enlarged(picture, iconRoom, devicePixelRatioF()));
+    if (!picture.isNull())
+        m_list->item(row, 0)->setIcon(iconOf(picture, devicePixelRatioF()));
 }
 
 void SourceList::reload()

@@ -170,6 +170,10 @@ class CommandLine(unittest.TestCase):
         self.assertEqual([(p["left"], p["top"]) for p in found["parts"]], [(5, 6), (40, 20)])
         self.assertTrue(all(p["yield"] == 1.0 for p in found["parts"]))
         self.assertGreater((self.folder / "m.png").stat().st_size, 200)
+        for ties, left in (((), 5), (("--ties", "last"), 40)):  # both agree fully
+            best = json.loads(self.run_program("match", self.picture, "-s", "p.mcs", "-t", "100", "--best", "1", *ties,
+                                               "--json").stdout)
+            self.assertEqual([p["left"] for p in best["parts"]], [left])
         per_level = json.loads(self.run_program("match", self.picture, "-s", "p.mcs", "-t", "90..110", "--list", "thresholds",
                                                 "--json").stdout)
         self.assertEqual(sorted(p["threshold"] for p in per_level["parts"]), list(range(90, 111)))

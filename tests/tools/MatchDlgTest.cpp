@@ -1,6 +1,7 @@
 #include "tests/support/Random.h"
 #include "tests/support/SourceFiles.h"
 #include "tests/support/ToolFixture.h"
+#include "tools/PatternEditDlg.h"
 #include "tools/ResultTable.h"
 #include "view/ImageView.h"
 
@@ -282,6 +283,49 @@ TEST_F(MatchDlg, ARegionIsSavedAsAPatternWithTheChosenPolarity)
     view->findChild<QDialog*>("CMatchSrcDlg")->accept();
     Q_EMIT view->findChild<QFileDialog*>("sourceFile")->fileSelected("/no/such/folder/a.mcs");
     EXPECT_TRUE(view->findChild<QMessageBox*>("sourceMessage")->text().contains("/no/such/folder/a.mcs"));
+}
+
+TEST_F(MatchDlg, ACancelledSearchShowsNothingAndTheNextOneItsOwn)
+{
+    QDialog* const dialog = openMatch();
+    addSource(dialog, whole);
+    setLevel(dialog, 150);
+    const QStringList expected = found(dialog);
+    const auto noise = randomBytes(std::size_t(1700) * 1300, 4);
+    CKestImage large(1700, 1300, const_cast<unsigned char*>(noise.data()));
+    for (const char* const amount : {"below", "above"})
+        control<QSpinBox>(dialog, amount)->setValue(255);
+    show(large);
+    control<QCheckBox>(dialog, "thresholdRange")->setChecked(true);
+    ASSERT_TRUE(waitFor([&] { return control<QWidget>(dialog, "cancel")->isVisible(); }));
+    click(dialog, "cancel");
+    EXPECT_FALSE(control<QWidget>(dialog, "progress")->isVisible());
+    EXPECT_EQ(message(dialog), "취소했습니다.");
+    EXPECT_TRUE(found(dialog).isEmpty());
+
+    control<QCheckBox>(dialog, "thresholdRange")
+        ->setChecked(false); // waits for the search that goes on unseen
+    show(image);
+    auto* const results = control<ormalux::ResultTable>(dialog, "results");
+    ASSERT_TRUE(waitFor([&] { return results->model()->rowCount() == 1; }));
+    EXPECT_EQ(found(dialog), expected);
+}
+
+TEST_F(MatchDlg, ASourceCorrectedInTheEditorIsLookedForAtOnce)
+{
+    QDialog* const dialog = openMatch();
+    addSource(dialog, whole);
+    setLevel(dialog, 150);
+    ASSERT_EQ(found(dialog).value(1), "30");
+    click(dialog, "editPattern");
+    auto* const editor = dialog->findChild<CPatternEditDlg*>();
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(editor->path(), whole);
+    write(whole, {100, 70, 119, 85}); // what the editor saves
+    Q_EMIT editor->saved(whole);
+    settle();
+    EXPECT_EQ(found(dialog).value(1), "100");
+    delete editor;
 }
 
 } // namespace
