@@ -49,6 +49,9 @@ void CDrawButton2::SetTooltipText(const QString& text, const QString& keys)
 void CDrawButton2::SetPopupMenu(QMenu* menu)
 {
     setMenu(menu);
+    // The base would open it in an event loop of its own, which holds up its caller.
+    disconnect(this, &QPushButton::pressed, this, nullptr);
+    connect(this, &QPushButton::clicked, this, &CDrawButton2::OpenMenu);
     menu->installEventFilter(this);
     connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
 }

@@ -225,7 +225,7 @@ private:
     friend class ormalux::ViewToolHost;
 
     QSize clientSize() const;
-    ormalux::ViewGeometry geometry() const;
+    ormalux::ViewGeometry placement() const;
     void updateScrollSizes();
     void scrollTo(QPoint position);
     void zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll);

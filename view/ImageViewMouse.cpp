@@ -30,7 +30,7 @@ constexpr Qt::CursorShape trackerCursors[] = {Qt::SizeAllCursor,   Qt::SizeFDiag
 /// A drawing tool comes before the tracker, the tracker before panning.
 void CKestView::startDrag(QPointF device)
 {
-    const ViewGeometry now = geometry();
+    const ViewGeometry now = placement();
     DragState drag;
     drag.kind = Drag::Idle;
     drag.anchorDevice = device;
@@ -57,7 +57,7 @@ void CKestView::continueDrag(QPointF device)
     drag.moved = drag.moved || device != drag.anchorDevice;
     if (drag.kind == Drag::Pan)
         scrollTo(drag.anchorScroll - (device - drag.anchorDevice).toPoint());
-    drag.currentImage = geometry().toImage(device);
+    drag.currentImage = placement().toImage(device);
     if (drag.kind == Drag::Tracker) {
         const CPoint& from = drag.anchorImage;
         const CPoint& to = drag.currentImage;
@@ -162,7 +162,7 @@ void CKestView::chooseCursor(QPointF device)
         const int hit =
             ormalux::isNothing(m->tracker)
                 ? ormalux::trackerMiss
-                : ormalux::hitTracker(geometry().toDeviceRect(ormalux::ordered(m->tracker)), device);
+                : ormalux::hitTracker(placement().toDeviceRect(ormalux::ordered(m->tracker)), device);
         shape = hit == ormalux::trackerMiss ? Qt::CrossCursor : trackerCursors[hit];
     }
     if (viewport()->cursor().shape() != shape)
@@ -172,7 +172,7 @@ void CKestView::chooseCursor(QPointF device)
 void CKestView::hover(QPointF device)
 {
     const std::lock_guard guard(m->lock);
-    const ViewGeometry now = geometry();
+    const ViewGeometry now = placement();
     const int x = now.columnAt(float(device.x()));
     const int y = now.rowAt(float(device.y()));
     const auto value = m->shown().valueAt(x, y);

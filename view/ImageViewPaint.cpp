@@ -25,7 +25,7 @@ void CKestView::composeFrame(QRect exposed)
     if (!m->screenFile.empty())
         exposed = whole;
     exposed &= whole;
-    const ViewGeometry now = geometry();
+    const ViewGeometry now = placement();
     const ormalux::PixelSource picture = m->shown().source();
     ormalux::prepareFrame(m->frame, whole.size(), devicePixelRatioF());
     ormalux::paintPixels(m->frame, picture, now, exposed);
@@ -42,7 +42,7 @@ void CKestView::composeFrame(QRect exposed)
 /// picture.
 void CKestView::paintFigures()
 {
-    const ViewGeometry now = geometry();
+    const ViewGeometry now = placement();
     if (m->trackerMode && !ormalux::isNothing(m->tracker))
         ormalux::paintTracker(m->frame, now.toDeviceRect(m->tracker));
     const ormalux::DragState& drag = m->drag;

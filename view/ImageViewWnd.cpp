@@ -1,6 +1,6 @@
 #include "view/ImageViewWnd.h"
 
-#include "platform/Stdlib.h"
+#include "view/PenCache.h"
 #include "view/WindowState.h"
 
 #include <QEvent>
@@ -201,10 +201,13 @@ QSize CKestWnd::minimumSizeHint() const
 void CKestWnd::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Window));
-    if (m->toolbarVisible)
-        CStdlib::DrawLine(&painter, 0, stripLine, width() - 1, stripLine, frameColor);
-    CStdlib::DrawRectLine(&painter, 0, 0, width() - 1, height() - 1, frameColor, 1);
+    // The frame is what the rest leaves of the whole: no seam where pixels of the screen are broken.
+    painter.fillRect(rect(), ormalux::toQColor(frameColor));
+    if (!m->toolbarVisible)
+        return;
+    const QColor ground = palette().color(QPalette::Window);
+    painter.fillRect(1, 1, width() - 2, stripLine - 1, ground);
+    painter.fillRect(1, stripLine + 1, width() - 2, stripHeight - stripLine - 1, ground);
 }
 
 void CKestWnd::resizeEvent(QResizeEvent*)

@@ -100,20 +100,6 @@ void runStep(CKestWnd& window, const OneStep& step)
                              ormalux::oneStepScript(window.GetWidth(), window.GetHeight(), step.name));
 }
 
-/// Tools are there as soon as the view opens them.
-template <class View>
-constexpr bool hasTools = requires(View& view)
-{
-    view.OpenTool(0);
-};
-
-template <class View>
-void openTool(View& view, int command)
-{
-    if constexpr (hasTools<View>)
-        view.OpenTool(command);
-}
-
 template <class Row>
 const Row* rowOf(std::span<const Row> rows, int command)
 {
@@ -129,7 +115,7 @@ bool CKestWnd::canSend(int command) const
     case CommandKind::View:
         return true;
     case CommandKind::Tool:
-        return hasTools<CKestView> && m->view->GetImagePtr();
+        return CKestView::HasTool(command) && m->view->GetImagePtr();
     default:
         return m->view->GetImagePtr() != nullptr;
     }
@@ -147,7 +133,7 @@ bool CKestWnd::SendCommand(int command)
     else if (kind == CommandKind::Menu)
         m->toolbar->openMenu(command);
     else if (kind == CommandKind::Tool)
-        openTool(*m->view, command);
+        m->view->OpenTool(command);
     else if (!m->view->SendCommand(command))
         return false;
     Q_EMIT commandSent(command);

@@ -54,7 +54,7 @@ QSize CKestView::clientSize() const
 }
 
 /// Where the picture lies now: centred at the fit zoom only.
-ViewGeometry CKestView::geometry() const
+ViewGeometry CKestView::placement() const
 {
     ViewGeometry geometry;
     geometry.zoom = m->zoom;
@@ -78,7 +78,7 @@ void CKestView::updateScrollSizes()
         return;
     }
     if (!parentThreadMode)
-        m->scrollSize = geometry().shown();
+        m->scrollSize = placement().shown();
     const QSize client = clientSize();
     setBar(horizontalScrollBar(), m->scrollSize.width(), client.width());
     setBar(verticalScrollBar(), m->scrollSize.height(), client.height());
@@ -126,7 +126,7 @@ void CKestView::ZoomPlus(float step)
 {
     const Guard guard(m->lock);
     const float oldZoom = m->zoom;
-    const QSize oldShown = geometry().shown();
+    const QSize oldShown = placement().shown();
     m->zoom += step;
     if (!(m->zoom < ormalux::largestZoom))
         m->zoom = ormalux::largestZoom;
@@ -142,7 +142,7 @@ void CKestView::ZoomMinus(float step)
 {
     const Guard guard(m->lock);
     const float oldZoom = m->zoom;
-    const QSize oldShown = geometry().shown();
+    const QSize oldShown = placement().shown();
     const QPoint oldScroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
     m->zoom -= step;
     if (!(m->zoom < ormalux::largestZoom))
@@ -169,7 +169,7 @@ void CKestView::ZoomMinus(float step)
 void CKestView::zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll)
 {
     updateScrollSizes();
-    const QSize shown = geometry().shown();
+    const QSize shown = placement().shown();
     // Deliberate: 2.5 and not 2; operators are used to where the picture moves.
     scrollTo({int(float(shown.width() - oldShown.width()) / divisor + float(oldScroll.x())),
               int(float(shown.height() - oldShown.height()) / divisor + float(oldScroll.y()))});
@@ -181,7 +181,7 @@ void CKestView::zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll)
 /// Zooms so that the point of the picture at the device point stays there as far as scrolling allows.
 void CKestView::zoomAbout(QPointF device, float step)
 {
-    const ViewGeometry before = geometry();
+    const ViewGeometry before = placement();
     const QPointF held = (device - before.center + before.scroll) / double(before.zoom);
     if (step > 0)
         ZoomPlus(step);
@@ -203,12 +203,12 @@ float CKestView::GetFitZoom() const
 
 CPoint CKestView::DeviceToImage(const QPointF& device) const
 {
-    return geometry().toImage(device);
+    return placement().toImage(device);
 }
 
 CPoint CKestView::ImageToDevice(int x, int y) const
 {
-    return geometry().toDevicePoint(x, y);
+    return placement().toDevicePoint(x, y);
 }
 
 void CKestView::resizeEvent(QResizeEvent*)
@@ -226,7 +226,7 @@ void CKestView::scrollContentsBy(int, int)
 
 void CKestView::Reveal(const RECT& rect)
 {
-    const ViewGeometry now = geometry();
+    const ViewGeometry now = placement();
     const CPoint from = now.toDevicePoint(rect.left, rect.top);
     const CPoint to = now.toDevicePoint(rect.right + 1, rect.bottom + 1);
     const QSize client = clientSize();

@@ -16,6 +16,7 @@ constexpr int margin = 4;
 constexpr int wideGap = 10;
 constexpr int narrowGap = 6;
 constexpr int overflowWidth = 20;
+constexpr int widestTitle = 180; ///< of a menu within the menu of the hidden buttons
 
 QString keysOf(const ToolbarCommand& command)
 {
@@ -74,7 +75,9 @@ void Toolbar::translate()
         const QString text = windowText(command.tip);
         m_buttons[i]->SetTooltipText(text, keysOf(command));
         if (QMenu* const menu = m_buttons[i]->menu())
-            menu->setTitle(QStringLiteral("%1  (%2)").arg(QString::fromLatin1(command.caption), text));
+            menu->setTitle(m_window.fontMetrics().elidedText(
+                QStringLiteral("%1  (%2)").arg(QString::fromLatin1(command.caption), text), Qt::ElideRight,
+                widestTitle));
         for (const MenuCommand& item : menuCommands(command.command))
             if (item.command)
                 (*action++)->setText(windowText(item.text));
