@@ -15,6 +15,18 @@ DeviceCanvas::DeviceCanvas(QWidget& widget, const QColor& background)
     m_painter.begin(&m_image);
 }
 
+void DeviceCanvas::text(const QRectF& rect, int alignment, const QString& text, const QColor& color)
+{
+    QFont font = m_widget.font();
+    font.setPixelSize(QFontInfo(font).pixelSize()); // points would follow the picture's resolution
+    m_painter.save();
+    m_painter.scale(m_scale, m_scale);
+    m_painter.setFont(font);
+    m_painter.setPen(color);
+    m_painter.drawText(rect, alignment, text);
+    m_painter.restore();
+}
+
 DeviceCanvas::~DeviceCanvas()
 {
     m_painter.end();

@@ -24,6 +24,8 @@ public:
     double scale() const { return m_scale; }
     /// The device pixel at a place of the widget.
     int toDevice(double place) const { return qRound(place * m_scale); }
+    /// Writes in the widget's font; the rectangle is the widget's.
+    void text(const QRectF& rect, int alignment, const QString& text, const QColor& color);
     /// How thick a thin line is.
     int hair() const { return std::max(1, int(m_scale)); }
 

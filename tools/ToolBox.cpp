@@ -1,5 +1,6 @@
 #include "tools/ToolBox.h"
 
+#include "tools/HistogramDlg.h"
 #include "tools/MatchDlg.h"
 #include "tools/OcrMatchDlg.h"
 #include "tools/ThresholdDlg.h"
@@ -22,6 +23,7 @@ struct Entry
 
 /// By rising command.
 constexpr Entry entries[] = {
+    {6602, make<CHistogramDlg>},
     {6603, make<CThresholdDlg>},
     {6711, make<COcrMatchDlg>},
     {6712, make<CMatchDlg>},
