@@ -14,8 +14,6 @@ namespace ormalux {
 
 namespace {
 
-#define TEXT(text) QT_TRANSLATE_NOOP("CKestWnd", text)
-
 /// A filter ends with the patterns that the toolkit matches; with the details hidden the text before stays.
 struct FileDialogTexts
 {
@@ -25,11 +23,11 @@ struct FileDialogTexts
     QFileDialog::AcceptMode mode;
     QFileDialog::FileMode files;
 };
-constexpr FileDialogTexts opening = {"openFile", TEXT("그림 파일 열기"),
+constexpr FileDialogTexts opening = {"openFile", QT_TRANSLATE_NOOP("CKestWnd", "그림 파일 열기"),
                                      "Image Files (*.bmp, *.jpg, *.tif, *.png) (*.bmp *.jpg *.tif *.png);;"
                                      "All Files (*.*) (*.bmp *.jpg *.tif *.png)",
                                      QFileDialog::AcceptOpen, QFileDialog::ExistingFile};
-constexpr FileDialogTexts saving = {"saveFile", TEXT("그림 파일 저장"),
+constexpr FileDialogTexts saving = {"saveFile", QT_TRANSLATE_NOOP("CKestWnd", "그림 파일 저장"),
                                     "BMP Image Files (*.bmp) (*.bmp *.jpg *.tif *.png);;"
                                     "All Files (*.*) (*.bmp *.jpg *.tif *.png)",
                                     QFileDialog::AcceptSave, QFileDialog::AnyFile};
@@ -46,17 +44,17 @@ const char* reasonAgainst(const char* path)
 {
     const auto file = readFile(path);
     if (!file)
-        return TEXT("파일을 읽을 수 없습니다.");
+        return QT_TRANSLATE_NOOP("CKestWnd", "파일을 읽을 수 없습니다.");
     Picture picture;
     switch (readBmp(*file, true, picture)) {
     case BmpOutcome::NotOurs:
-        return TEXT("8비트 또는 24비트 BMP 파일이 아닙니다.");
+        return QT_TRANSLATE_NOOP("CKestWnd", "8비트 또는 24비트 BMP 파일이 아닙니다.");
     case BmpOutcome::Truncated:
-        return TEXT("파일이 중간에 끊겨 있습니다.");
+        return QT_TRANSLATE_NOOP("CKestWnd", "파일이 중간에 끊겨 있습니다.");
     case BmpOutcome::TooLarge:
-        return TEXT("그림이 너무 큽니다.");
+        return QT_TRANSLATE_NOOP("CKestWnd", "그림이 너무 큽니다.");
     default:
-        return TEXT("메모리가 부족합니다.");
+        return QT_TRANSLATE_NOOP("CKestWnd", "메모리가 부족합니다.");
     }
 }
 
@@ -79,12 +77,11 @@ void save(CKestWnd& window, const QString& path)
 {
     if (!window.SaveImage(path.toUtf8().constData()))
         return fail(window, saving, path,
-                    window.GetView()->GetImagePtr() ? TEXT("파일을 저장할 수 없습니다.")
-                                                    : TEXT("저장할 그림이 없습니다."));
+                    window.GetView()->GetImagePtr()
+                        ? QT_TRANSLATE_NOOP("CKestWnd", "파일을 저장할 수 없습니다.")
+                        : QT_TRANSLATE_NOOP("CKestWnd", "저장할 그림이 없습니다."));
     Q_EMIT window.imageSaved(path);
 }
-
-#undef TEXT
 
 void ask(CKestWnd& window, const FileDialogTexts& texts, void (*use)(CKestWnd&, const QString&))
 {

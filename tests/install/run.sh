@@ -13,7 +13,7 @@ cmake --build "$stage/consumer" >>"$stage.log"
 expected=$'2 blobs, the largest has 80 pixels\nempty 1, some processors\n4'
 [ "$("$stage/consumer/consumer")" = "$expected" ] || { echo "find_package consumer printed something else"; exit 1; }
 if [ -x "$stage/consumer/consumer_view" ]; then
-    [ "$(QT_QPA_PLATFORM=offscreen "$stage/consumer/consumer_view")" = ff0000 ] || { echo "view consumer failed"; exit 1; }
+    [ "$(QT_QPA_PLATFORM=offscreen "$stage/consumer/consumer_view")" = "ff0000 1 1 0000ff" ] || { echo "view consumer failed"; exit 1; }
 fi
 
 libdir=$(dirname "$(find "$stage/prefix" -name ormalux.pc)")
