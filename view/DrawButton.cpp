@@ -1,7 +1,6 @@
 #include "view/DrawButton.h"
 
 #include "view/SvgIcon.h"
-#include "view/TipWindow.h"
 
 #include <QKeyEvent>
 #include <QMenu>

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QPushButton>
+#include "view/TipWindow.h"
 
-class CTipWnd;
+#include <QPointer>
+#include <QPushButton>
 
 /// A flat button of the window's strip that draws itself in the colours of its palette: an icon or a short
 /// caption on nothing, a veil under the mouse and while pressed, an outlined veil while checked, a ring
@@ -28,7 +29,7 @@ public:
     int GetCommand() const { return m_command; }
     /// What the tip window says and assistive tools read; keys may be empty.
     void SetTooltipText(const QString& text, const QString& keys = {});
-    /// Where the tips appear; it outlives the button's use of it.
+    /// Where the tips appear.
     void SetTipWindow(CTipWnd* tip) { m_tip = tip; }
     /// Opens at the press, at the lower left corner; either mouse button then chooses.
     void SetPopupMenu(QMenu* menu);
@@ -56,5 +57,5 @@ private:
     QString m_icon;
     QString m_keys;
     int m_command = 0;
-    CTipWnd* m_tip = nullptr;
+    QPointer<CTipWnd> m_tip;
 };

@@ -37,7 +37,10 @@ CKestWnd::CKestWnd(QWidget* parent) : QFrame(parent), m(std::make_unique<WindowS
     UserCreateView(&CKestView::staticMetaObject);
 }
 
-CKestWnd::~CKestWnd() = default;
+CKestWnd::~CKestWnd()
+{
+    delete m->view; // it tells of its end, which the window still understands
+}
 
 CKestView* CKestWnd::GetView() const
 {

@@ -265,3 +265,36 @@ TEST_F(WndHost, TextsFollowTheLanguageOfTheApplication)
     QApplication::processEvents();
     EXPECT_EQ(button(5503)->toolTip(), "확대");
 }
+
+TEST(WndEnd, AWindowMayGoWhateverStandsOpen)
+{
+    const std::vector<std::function<void(CKestWnd&)>> openings = {
+        [](CKestWnd& window) { window.SendCommand(6500); },
+        [](CKestWnd& window) { window.SendCommand(5500); },
+        [](CKestWnd& window) { window.SendCommand(6603); },
+        [](CKestWnd& window) { window.SendCommand(3304); },
+        [](CKestWnd& window) {
+            window.findChild<CDrawButton2*>("command_5500")->setFocus(Qt::TabFocusReason);
+        },
+        [](CKestWnd& window) { window.UserCreateView(&CKestView::staticMetaObject); },
+        [](CKestWnd& window) {
+            window.resize(150, 200);
+            QApplication::processEvents();
+            window.findChild<CDrawButton2*>("moreCommands")->click();
+        }};
+    for (const auto& open : openings) {
+        auto window = std::make_unique<CKestWnd>();
+        window->resize(800, 400);
+        window->CreateImage(200, 100, 8);
+        window->SetTrackerPosition(CRect(10, 10, 60, 60));
+        window->SetTrackerMode(1);
+        window->show();
+        window->activateWindow();
+        QApplication::processEvents();
+        open(*window);
+        QApplication::processEvents();
+        window.reset();
+        QApplication::processEvents();
+    }
+    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
