@@ -199,7 +199,7 @@ void CPatternEditDlg::closeEvent(QCloseEvent* event)
 {
     if (m_closing || !m_ui->pixels->isModified()) {
         event->accept();
-        return QDialog::closeEvent(event);
+        return QDialog::reject();
     }
     event->ignore();
     askBeforeClosing();
