@@ -46,23 +46,40 @@ void loadPicture(const std::string& file, Workpiece& work)
 }
 
 int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,
-            const std::string& file)
+            const std::string& file, int step)
 {
     if (!choice.automatic)
         return choice.low;
-    const long level = image.GetAutoThreshold(region.left, region.top, region.right, region.bottom, 'A', 1);
+    const long level =
+        image.GetAutoThreshold(region.left, region.top, region.right, region.bottom, 'A', step);
     if (level == 0)
         throw InputError(file + ": no rising edges to set a threshold by; give one with --threshold");
     return int(level);
 }
 
-void savePicture(const std::string& name, const CKestImage& image)
+namespace {
+
+void save(const std::string& name, const PixelSource& picture)
 {
     std::string error;
-    const ConstGrayView view = image.view();
-    if (!writePicture(name.c_str(), PixelSource{view.pixels, view.width, view.height, view.stride, 8},
-                      &error))
+    if (!writePicture(name.c_str(), picture, &error))
         throw InputError(error);
+}
+
+} // namespace
+
+void savePicture(const std::string& name, const CKestImage& image)
+{
+    const ConstGrayView view = image.view();
+    save(name, {view.pixels, view.width, view.height, view.stride, 8});
+}
+
+void savePicture(const std::string& name, const Workpiece& work)
+{
+    if (!work.inColor)
+        return savePicture(name, work.image);
+    const ConstColorView view = work.color.view();
+    save(name, {view.pixels, view.width, view.height, std::ptrdiff_t(3) * view.width, 24});
 }
 
 RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region)

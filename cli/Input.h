@@ -28,10 +28,12 @@ RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& 
 /// The level that a choice stands for in the region: the automatic one, or the one given. Throws InputError
 /// when the region has no rising edges to set a threshold by.
 int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,
-            const std::string& file);
+            const std::string& file, int step = 1);
 
 /// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
 void savePicture(const std::string& name, const CKestImage& image);
+/// The same for what the steps have made of a picture, in colour if they worked in colour.
+void savePicture(const std::string& name, const Workpiece& work);
 
 /// The name that an output for this picture has: "{}" in the pattern stands for the picture's name without
 /// folder and ending. Throws InputError when several pictures would take one name.

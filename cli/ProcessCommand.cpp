@@ -23,7 +23,7 @@ int process(const ProcessOptions& options)
     loadPicture(options.picture, work);
     for (const BoundStep& bound : chain)
         bound.step->run(work, bound.arguments);
-    savePicture(options.output, work.image);
+    savePicture(options.output, work);
     return Done;
 }
 

@@ -141,6 +141,11 @@ Json parameterSchema(const Parameter& parameter)
         schema["oneOf"] = {{{"type", "string"}},
                            {{"type", "array"}, {"items", {{"type", "string"}}}, {"minItems", 1}}};
         break;
+    case Kind::Kernel:
+        schema["oneOf"] = {
+            {{"type", "array"}, {"items", {{"type", "integer"}}}, {"minItems", 1}, {"maxItems", 961}},
+            {{"type", "string"}, {"pattern", "^-?[0-9]+( -?[0-9]+)*$"}}};
+        break;
     }
     if (!parameter.fallback.is_null())
         schema["default"] = parameter.fallback;

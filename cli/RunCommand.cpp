@@ -18,6 +18,7 @@ struct RunOptions
     std::string recipe;
     std::vector<std::string> pictures;
     std::string annotate;
+    std::string output;
     std::string shard;
     int jobs = 0;
 };
@@ -63,6 +64,8 @@ Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& 
         const Json result = runRecipe(recipe, file, work);
         if (!options.annotate.empty())
             writeAnnotated(outputName(options.annotate, file, several), work);
+        if (!options.output.empty())
+            savePicture(outputName(options.output, file, several), work);
         line.found = anyRecord(result);
         line.text = result.dump(-1, ' ', false, Json::error_handler_t::replace);
     } catch (const InputError& error) {
@@ -80,8 +83,9 @@ int runAll(RunOptions& options)
     batch.files = options.pictures;
     batch.expandFolders();
     const bool several = batch.several();
-    if (several && !options.annotate.empty())
-        outputName(options.annotate, batch.files.front(), several);
+    for (const std::string& pattern : {options.annotate, options.output})
+        if (!pattern.empty())
+            outputName(pattern, batch.files.front(), several);
     const Shard shard = parseShard(options.shard);
     std::vector<std::string> mine;
     for (std::size_t i = shard.index; i < batch.files.size(); i += shard.count)
@@ -123,6 +127,8 @@ void addRun(CLI::App& program, Chosen& chosen)
     command->add_option("pictures", options->pictures, "Pictures or folders of them")->required();
     command->add_option("--annotate", options->annotate,
                         "Write the picture with what was found drawn in; {} stands for the picture's name");
+    command->add_option("-o,--output", options->output,
+                        "Write the picture as the steps left it; {} stands for the picture's name");
     command->add_option("-j,--jobs", options->jobs, "Processes; 0 is one a processor")
         ->capture_default_str()
         ->check(CLI::Range(0, 1024));

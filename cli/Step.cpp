@@ -58,6 +58,24 @@ Json checkedCoordinates(const Parameter& parameter, const Json& value, const std
     return *numbers;
 }
 
+/// The entries of a square, row by row: a list, or a text with blanks between them.
+Json checkedKernel(const Parameter& parameter, const Json& value, const std::string& where)
+{
+    constexpr std::size_t largestSide = 31;
+    std::string text = asText(value);
+    if (value.is_array()) {
+        text.clear();
+        for (const Json& item : value)
+            text += (text.empty() ? "" : " ") + item.dump();
+    }
+    const auto numbers = parseNumbers(text, " ");
+    const std::size_t side = numbers ? std::size_t(std::lround(std::sqrt(double(numbers->size())))) : 0;
+    if (!numbers || side * side != numbers->size() || side > largestSide)
+        refuse(where, parameter, value,
+               "expected the whole numbers of a square, row by row, of at most 31 x 31");
+    return *numbers;
+}
+
 Json checkedFiles(const Parameter& parameter, const Json& value, const std::string& where)
 {
     Json files = value.is_array() ? value : Json::array({value});
@@ -116,6 +134,8 @@ Json checkedValue(const Parameter& parameter, const Json& value, const std::stri
             return value;
         case Kind::Files:
             return checkedFiles(parameter, value, where);
+        case Kind::Kernel:
+            return checkedKernel(parameter, value, where);
         }
     } catch (const CLI::ValidationError& error) {
         throw InputError(where + ": " + parameter.name + ": " + error.what());

@@ -20,9 +20,10 @@ using Json = nlohmann::ordered_json;
 struct Workpiece
 {
     std::string file;
-    CKestImage image;   ///< what gray steps work on; a colour picture's mean until a plane is taken
-    CKestImage24 color; ///< empty for a gray picture
-    QImage original;    ///< a colour picture as it was read, for annotation
+    CKestImage image;     ///< what gray steps work on; a colour picture's mean until a plane is taken
+    CKestImage24 color;   ///< empty for a gray picture
+    QImage original;      ///< a colour picture as it was read, or as colour steps left it, for annotation
+    bool inColor = false; ///< the colour picture is what the steps have made; image is its mean
     CDrawObjArray shapes;
     std::vector<Findings> findings; ///< one a measuring step
     std::string
@@ -44,7 +45,8 @@ enum class Kind
     Point,
     Size,
     Text,
-    Files
+    Files,
+    Kernel
 };
 
 /// A parameter of a step, as operators write it in a recipe, in a chain and as an option.

@@ -35,7 +35,7 @@ Findings binarise(const Options& options, const std::string& file)
         findings.facts["threshold"] = "adaptive";
     } else {
         const ThresholdChoice choice = parseThreshold(options.threshold);
-        if (choice.range()) {
+        if (choice.pair) {
             image.DoubleThreshold(choice.high, choice.low, 255);
             findings.facts["threshold"] = options.threshold;
         } else {

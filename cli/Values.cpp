@@ -75,7 +75,7 @@ ThresholdChoice parseThreshold(const std::string& text)
     if (!values || values->size() > 2 || !isLevel(values->front()) || !isLevel(values->back()) ||
         values->front() > values->back())
         refuse(text, "'auto', a level from 0 to 255, or a range of levels as LOW..HIGH");
-    return {false, values->front(), values->back()};
+    return {false, values->front(), values->back(), values->size() == 2};
 }
 
 ThresholdChoice parsePlainThreshold(const std::string& text)

@@ -27,6 +27,7 @@ struct ThresholdChoice
     bool automatic = true;
     int low = 0;
     int high = 0;
+    bool pair = false; ///< written as a range, though it may hold one level
     bool range() const { return !automatic && high > low; }
 };
 ThresholdChoice parseThreshold(const std::string& text);

@@ -1,27 +1,98 @@
 #include "tools/AreaEdit.h"
 
+#include "color/VisionImage24.h"
 #include "image/VisionImage.h"
 
 #include <cstring>
+#include <new>
 #include <utility>
+#include <vector>
 
 namespace ormalux {
+
+namespace {
+
+CSize sizeOf(const RECT& area)
+{
+    return {area.right - area.left + 1, area.bottom - area.top + 1};
+}
+
+std::int64_t rowStep(int width, ColorRows rows)
+{
+    return rows == ColorRows::Padded ? paddedStride(width) : 3 * std::int64_t(width);
+}
+
+/// Black when memory is short: then it is empty.
+std::vector<std::uint8_t> zeros(std::int64_t count)
+{
+    try {
+        return std::vector<std::uint8_t>(std::size_t(count));
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+} // namespace
 
 void editArea(CKestImage& image, const RECT& area, const ToolHost::GrayOperation& operation)
 {
     const GrayView whole = image.view();
-    const int width = area.right - area.left + 1;
-    const int height = area.bottom - area.top + 1;
-    if (width == whole.width && height == whole.height)
+    const CSize size = sizeOf(area);
+    if (size.cx == whole.width && size.cy == whole.height)
         return operation(image);
     CKestImage part(image);
     part.SetROIPlacement(area);
     operation(part);
     const ConstGrayView changed = std::as_const(part).view();
-    if (changed.empty() || changed.width != width || changed.height != height)
+    if (changed.empty() || changed.width != size.cx || changed.height != size.cy)
         return;
-    for (int y = 0; y < height; ++y)
-        std::memcpy(whole.row(area.top + y) + area.left, changed.row(y), std::size_t(width));
+    for (int y = 0; y < size.cy; ++y)
+        std::memcpy(whole.row(area.top + y) + area.left, changed.row(y), std::size_t(size.cx));
+}
+
+void editArea(CKestImage24& image, ColorRows stored, const RECT& area,
+              const ToolHost::ColorOperation& operation, ColorRows rows)
+{
+    const ColorView whole = image.view();
+    const CSize size = sizeOf(area);
+    if (size.cx == whole.width && size.cy == whole.height && stored == rows)
+        return operation(image);
+    std::vector<std::uint8_t> cut = zeros(paddedStride(size.cx) * size.cy);
+    if (cut.empty())
+        return;
+    const auto inWhole = [&](int y) {
+        return whole.pixels + rowStep(whole.width, stored) * (area.top + y) + 3 * area.left;
+    };
+    const std::int64_t step = rowStep(size.cx, rows);
+    for (int y = 0; y < size.cy; ++y)
+        std::memcpy(cut.data() + step * y, inWhole(y), 3 * std::size_t(size.cx));
+    CKestImage24 part;
+    part.SetImagePtrLink(size.cx, size.cy, cut.data());
+    operation(part);
+    const ConstColorView changed = std::as_const(part).view();
+    if (changed.empty() || changed.width != size.cx || changed.height != size.cy)
+        return;
+    for (int y = 0; y < size.cy; ++y)
+        std::memcpy(inWhole(y), changed.pixels + step * y, 3 * std::size_t(size.cx));
+}
+
+void editChannels(CKestImage24& image, const ToolHost::GrayOperation& operation)
+{
+    const ColorView color = image.view();
+    std::vector<std::uint8_t> level = zeros(color.pixelCount());
+    for (int channel = 0; channel < 3 && !level.empty(); ++channel) {
+        std::uint8_t* const first = color.pixels + channel;
+        for (std::size_t i = 0; i < level.size(); ++i)
+            level[i] = first[3 * i];
+        CKestImage gray;
+        gray.SetImagePtrLink(color.width, color.height, level.data());
+        operation(gray);
+        const ConstGrayView changed = std::as_const(gray).view();
+        if (changed.width != color.width || changed.height != color.height)
+            return;
+        for (std::size_t i = 0; i < level.size(); ++i)
+            first[3 * i] = changed.pixels[i];
+    }
 }
 
 } // namespace ormalux

@@ -39,7 +39,9 @@ QList<QJsonObject> ThresholdTool::recipeSteps(const ToolScene& scene) const
     QJsonObject stepOf{{"step", "threshold"}};
     if (automatic)
         stepOf["threshold"] = "auto";
-    else
+    if (automatic && step != 1)
+        stepOf["auto_step"] = step;
+    if (!automatic)
         stepOf["threshold"] = level;
     addArea(stepOf, scene);
     return {stepOf};

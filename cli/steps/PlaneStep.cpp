@@ -28,6 +28,7 @@ void takePlane(Workpiece& work, const Json& arguments)
 {
     if (work.color.IsEmpty())
         throw InputError(work.file + ": a gray picture has no colour planes");
+    work.inColor = false;
     const std::string name = arguments.at("channel").get<std::string>();
     if (name == "A") {
         work.image.SetEmpty();

@@ -245,6 +245,42 @@ class CommandLine(unittest.TestCase):
                             (b'{"steps":[{"step":"light","brightness":1.5,"contrast":0}]}', "brightness")):
             self.assertIn(named, self.run_program("recipe", "check", self.write("bad.json", text), code=2).stderr)
 
+    def test_effects_stay_in_their_region_and_in_colour(self):
+        shade = lambda x, y: 40 + 3 * x + (y % 5)
+        self.write("g.bmp", bmp(43, 21, shade))
+        self.write("c.bmp", bmp(43, 21, lambda x, y: (shade(x, y), x, 255 - x), bits=24))
+
+        def replayed(picture, *steps):
+            recipe = self.write("r.json", json.dumps({"steps": steps}).encode())
+            self.run_program("run", recipe, picture, "--output", "out.bmp")
+            data = (self.folder / "out.bmp").read_bytes()
+            offset, size = struct.unpack_from("<I", data, 10)[0], data[28] // 8
+            rows = [data[offset + y * ((43 * size + 3) // 4 * 4):][:43 * size] for y in range(21)][::-1]
+            return [[row[x * size:(x + 1) * size] for x in range(43)] for row in rows]
+
+        roi = [5, 3, 20, 11]
+        before = replayed("g.bmp", {"step": "light", "brightness": 0, "contrast": 0})
+        for step in ("invert", "emboss", "rotate180", "erode", "stretch"):
+            after = replayed("g.bmp", {"step": step, "roi": roi})
+            changed = {(x, y) for y in range(21) for x in range(43) if after[y][x] != before[y][x]}
+            self.assertTrue(changed and all(5 <= x <= 20 and 3 <= y <= 11 for x, y in changed), step)
+        ranged = replayed("g.bmp", {"step": "threshold", "threshold": "70..70", "value": 9})
+        self.assertEqual([[p[0] for p in row] for row in ranged], [[9 if shade(x, y) == 70 else 255 for x in range(43)] for y in range(21)])
+        box = replayed("g.bmp", {"step": "filter", "kernel": [0, 0, 0, 0, 0, 2, 0, 0, 0], "divisor": 4, "offset": 7, "roi": roi})
+        self.assertEqual([p[0] for p in box[4][5:21]], [min(shade(x + 1, 4), shade(20, 4)) // 2 + 7 for x in range(5, 21)])
+        light = replayed("c.bmp", {"step": "light", "brightness": 11, "contrast": 0, "on": "color"})
+        self.assertEqual(light[2][7], bytes([shade(7, 2) + 11, 18, 255]))
+        self.assertEqual(len(replayed("c.bmp", {"step": "light", "brightness": 11, "contrast": 0, "on": "color"}, {"step": "invert"})[0][0]), 1)
+        turned = replayed("g.bmp", {"step": "rotate", "angle": -180, "center": [0, 0]})
+        self.assertEqual(turned, [row[::-1] for row in before[::-1]])
+        self.run_program("process", "g.bmp", "filter:1 1 1 1 1 1 1 1 1,9", "-o", "p.bmp")
+        self.run_program("process", "g.bmp", "blur", "-o", "q.bmp")
+        self.assertEqual((self.folder / "p.bmp").read_bytes(), (self.folder / "q.bmp").read_bytes())
+        for kernel in ([1, 2], [1.5], [], "1 x", [1] * 1024, [2**40]):
+            recipe = self.write("bad.json", json.dumps({"steps": [{"step": "filter", "kernel": kernel}]}).encode())
+            self.assertIn("kernel", self.run_program("recipe", "check", recipe, code=2).stderr)
+        self.run_program("run", self.write("r.json", b'{"steps":[{"step":"blur","roi":[0,0,43,5]}]}'), "g.bmp", code=2)
+
     def test_help_is_enough(self):
         for words in ([], ["blobs"], ["match"], ["source", "cut"], ["process"], ["run"], ["recipe"], ["gauge", "line"], ["ocr"]):
             text = self.run_program(*words, "--help").stdout
