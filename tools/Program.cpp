@@ -1,5 +1,7 @@
 #include "tools/Program.h"
 
+#include <algorithm>
+
 namespace ormalux {
 
 namespace {
@@ -31,45 +33,30 @@ static bool readPicture(const char* path, CKestImage& image)
 }
 )";
 
-CString opening(const ToolScene& scene, bool color)
-{
-    CString text = "// Build: c++ -std=c++20 program.cpp $(pkg-config --cflags --libs ormalux)\n";
-    text += "// Made for " + (scene.pictureFile.empty() ? CString("a picture") : scene.pictureFile) + " of " +
-            std::to_string(scene.width) + " x " + std::to_string(scene.height) + " pixels\n";
-    if (color)
-        return text + "#include \"color/VisionImage24.h\"\n\n#include <cstdio>\n";
-    text +=
-        "#include \"image/VisionImage.h\"\n\n#include <algorithm>\n#include <cstdio>\n#include <fstream>\n"
-        "#include <iterator>\n#include <vector>\n";
-    return text.append(grayReader);
-}
-
-CString mainOf(const ToolScene& scene, std::string_view body, const char* usage, int arguments, bool color,
-               const char* closing)
-{
-    CString text = opening(scene, color);
-    text += "\nint main(int argc, char** argv)\n{\n";
-    text += color ? "    CKestImage24 image;\n" : "    CKestImage image;\n";
-    text += "    if (argc < " + std::to_string(arguments) + " || !" +
-            (color ? "image.LoadImage(argv[1])" : "readPicture(argv[1], image)") + ") {\n";
-    text += CString("        std::fprintf(stderr, \"usage: %s ") + usage + "\\n\", argv[0]);\n";
-    text += "        return 1;\n    }\n";
-    text += body;
-    text += closing;
-    return text + "}\n";
-}
-
 } // namespace
+
+CString programHead(const ToolScene& scene)
+{
+    std::string file = scene.pictureFile.empty() ? "a picture" : scene.pictureFile;
+    std::replace_if(
+        file.begin(), file.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return "// Build: c++ -std=c++20 program.cpp $(pkg-config --cflags --libs ormalux)\n// Made for " + file +
+           " of " + std::to_string(scene.width) + " x " + std::to_string(scene.height) + " pixels\n";
+}
 
 CString completeProgram(const ToolScene& scene, std::string_view body)
 {
-    return mainOf(scene, body, "picture.bmp", 2, false, "    return 0;\n");
-}
-
-CString effectProgram(const ToolScene& scene, std::string_view body)
-{
-    return mainOf(scene, body, "picture.bmp result.bmp", 3, scene.color,
-                  "    return image.SaveImage(argv[2]) ? 0 : 1;\n");
+    CString text = programHead(scene);
+    text +=
+        "#include \"image/VisionImage.h\"\n\n#include <algorithm>\n#include <cstdio>\n#include <fstream>\n"
+        "#include <iterator>\n#include <vector>\n";
+    text += grayReader;
+    text += "\nint main(int argc, char** argv)\n{\n    CKestImage image;\n"
+            "    if (argc < 2 || !readPicture(argv[1], image)) {\n"
+            "        std::fprintf(stderr, \"usage: %s picture.bmp\\n\", argv[0]);\n"
+            "        return 1;\n    }\n";
+    text += body;
+    return text + "    return 0;\n}\n";
 }
 
 CString areaArguments(const RECT& area)

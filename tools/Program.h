@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/Tool.h"
+#include "tools/EffectTool.h"
 
 #include <string_view>
 
@@ -11,9 +11,13 @@ namespace ormalux {
 /// body prints with std::printf. The head says how to build it and names the picture that was on the screen.
 CString completeProgram(const ToolScene& scene, std::string_view body);
 
-/// The same for an effect: after the body, in which the picture is `CKestImage image` or, for a colour
-/// picture, `CKestImage24 image`, it writes the picture to the file named by the second argument.
-CString effectProgram(const ToolScene& scene, std::string_view body);
+/// The same for an effect: the call changes `image`, which is the area alone, and the picture with its area
+/// changed is written to the file named by the second argument. A colour picture keeps its colours if the
+/// effect can use them.
+CString effectProgram(const ToolScene& scene, ColorUse use, std::string_view call);
+
+/// The head of a program: how to build it, and the picture that was on the screen.
+CString programHead(const ToolScene& scene);
 
 /// "left, top, right, bottom".
 CString areaArguments(const RECT& area);

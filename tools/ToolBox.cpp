@@ -1,9 +1,14 @@
 #include "tools/ToolBox.h"
 
+#include "tools/DoubleThresholdDlg.h"
+#include "tools/GammaDlg.h"
 #include "tools/HistogramDlg.h"
+#include "tools/LightenDlg.h"
 #include "tools/MatchDlg.h"
 #include "tools/OcrMatchDlg.h"
+#include "tools/RotateDlg.h"
 #include "tools/ThresholdDlg.h"
+#include "tools/UserFilterDlg.h"
 
 namespace ormalux {
 
@@ -23,9 +28,9 @@ struct Entry
 
 /// By rising command.
 constexpr Entry entries[] = {
-    {6602, make<CHistogramDlg>},
-    {6603, make<CThresholdDlg>},
-    {6711, make<COcrMatchDlg>},
+    {6602, make<CHistogramDlg>},       {6603, make<CThresholdDlg>}, {6603, make<CThresholdDlg>},
+    {6604, make<CDoubleThresholdDlg>}, {6610, make<CRotateDlg>},    {6633, make<CUserFilterDlg>},
+    {6701, make<CGammaDlg>},           {6702, make<CLightenDlg>},   {6711, make<COcrMatchDlg>},
     {6712, make<CMatchDlg>},
 };
 
