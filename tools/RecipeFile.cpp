@@ -127,6 +127,17 @@ QList<QJsonObject> namedFrom(const QDir& folder, QList<QJsonObject> steps)
     return steps;
 }
 
+/// Whether the recipe is the document with the steps behind its own: a key that stands twice, say, hides the
+/// steps that were added.
+bool isExtended(const QByteArray& recipe, QJsonObject document, const QList<QJsonObject>& steps)
+{
+    QJsonArray all = document[QStringLiteral("steps")].toArray();
+    for (const QJsonObject& step : steps)
+        all.append(step);
+    document[QStringLiteral("steps")] = all;
+    return QJsonDocument::fromJson(withoutComments(recipe)).object() == document;
+}
+
 bool writeWhole(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
@@ -152,6 +163,8 @@ QString appendToRecipe(const QString& path, const QList<QJsonObject>& found)
             return text("레시피 파일이 아닙니다: %1").arg(path);
         const bool first = document.object().value(QStringLiteral("steps")).toArray().isEmpty();
         insertBeforeBracket(recipe, plain, end, stepLines(steps), first);
+        if (!isExtended(recipe, document.object(), steps))
+            return text("레시피 파일이 아닙니다: %1").arg(path);
     }
     file.close();
     return writeWhole(path, recipe) ? QString() : text("레시피 파일을 저장할 수 없습니다: %1").arg(path);

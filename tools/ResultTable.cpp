@@ -97,7 +97,7 @@ QString ResultTable::copyText() const
             continue;
         cells.clear();
         for (int column = 0; column < columns; ++column)
-            cells << m_model->data(m_model->index(row, column), Qt::DisplayRole).toString();
+            cells << m_model->data(m_model->index(row, column), Qt::DisplayRole).toString().simplified();
         text += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
     }
     return text;

@@ -26,13 +26,20 @@ struct Entry
     QWidget* (*make)(ToolHost&, QWidget*);
 };
 
-/// By rising command.
+// clang-format off
+/// By rising command, a line each.
 constexpr Entry entries[] = {
-    {6602, make<CHistogramDlg>},       {6603, make<CThresholdDlg>}, {6603, make<CThresholdDlg>},
-    {6604, make<CDoubleThresholdDlg>}, {6610, make<CRotateDlg>},    {6633, make<CUserFilterDlg>},
-    {6701, make<CGammaDlg>},           {6702, make<CLightenDlg>},   {6711, make<COcrMatchDlg>},
+    {6602, make<CHistogramDlg>},
+    {6603, make<CThresholdDlg>},
+    {6604, make<CDoubleThresholdDlg>},
+    {6610, make<CRotateDlg>},
+    {6633, make<CUserFilterDlg>},
+    {6701, make<CGammaDlg>},
+    {6702, make<CLightenDlg>},
+    {6711, make<COcrMatchDlg>},
     {6712, make<CMatchDlg>},
 };
+// clang-format on
 
 const Entry* find(int command)
 {
