@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Step.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace ormalux::cli {
@@ -27,16 +28,29 @@ int process(const ProcessOptions& options)
     return Done;
 }
 
+/// The step as it is written in a chain; what may be left out stands in brackets.
+std::string usageOf(const Step& step)
+{
+    std::string usage = step.name;
+    for (const Parameter& parameter : step.parameters) {
+        const std::string item = (&parameter == &step.parameters.front() ? ":" : ",") + parameter.name;
+        usage += parameter.optional || !parameter.fallback.is_null() ? "[" + item + "]" : item;
+    }
+    return usage;
+}
+
 std::string stepList()
 {
-    std::string list = "Steps:\n";
+    std::size_t width = 0;
+    for (const Step& step : allSteps())
+        width = std::max(width, step.measures ? 0 : usageOf(step).size() + 2);
+    std::string list =
+        "Steps (roi is x1,y1,x2,y2; center is x,y; a kernel has blanks between its numbers):\n";
     for (const Step& step : allSteps()) {
         if (step.measures)
             continue;
-        std::string usage = step.name;
-        for (const Parameter& parameter : step.parameters)
-            usage += (&parameter == &step.parameters.front() ? ":" : ",") + parameter.name;
-        usage.resize(std::max<std::size_t>(usage.size() + 2, 28), ' ');
+        std::string usage = usageOf(step);
+        usage.resize(width, ' ');
         list += "  " + usage + step.help + "\n";
     }
     return list;
