@@ -9,7 +9,7 @@ using ormalux::MatchTool;
 namespace {
 
 constexpr const char* patternLayer = "PATTERN_MATCH";
-constexpr COLORREF boxColor = RGB(0, 255, 0);
+constexpr COLORREF boxColor = RGB(255, 230, 0);
 constexpr COLORREF textColor = 255;
 constexpr int textSize = 12;
 

@@ -11,7 +11,7 @@ using ormalux::OcrMatchTool;
 namespace {
 
 constexpr const char* characterLayer = "OCR_MATCH";
-constexpr COLORREF boxColor = RGB(0, 255, 0);
+constexpr COLORREF boxColor = RGB(64, 160, 255);
 constexpr COLORREF chosenColor = RGB(255, 230, 0);
 constexpr COLORREF textColor = 255;
 constexpr int textSize = 12;

@@ -98,7 +98,7 @@ TEST_F(MatchDlg, ShowsTheBestResultInCoordinatesOfTheAreaAndDrawsItInThePicture)
     EXPECT_EQ(found(dialog), QStringList({"2", "10", "10", "29", "25", "19", "15", "1.000000"}));
     // The rectangle lies at the area's offset, not where the numbers alone would put it.
     const QImage screen = seen();
-    const QRgb box = 0x00ff00;
+    const QRgb box = 0xffe600;
     EXPECT_EQ(at(screen, 40, 40), box);
     EXPECT_EQ(at(screen, 30, 50), box);
     EXPECT_NE(at(screen, 20, 10), box);
