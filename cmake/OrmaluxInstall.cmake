@@ -22,7 +22,7 @@ if(ORMALUX_BUILD_VIEW)
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(EXPORT OrmaluxViewTargets NAMESPACE Ormalux:: DESTINATION ${config_dir})
-  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h)
+  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h view/Language.h)
     if(EXISTS ${PROJECT_SOURCE_DIR}/${header})
       list(APPEND interface_headers ${header})
     endif()

@@ -1,5 +1,6 @@
 #include "platform/Stdlib.h"
 
+#include "platform/KernelTarget.h"
 #include "platform/Process.h"
 
 #include <climits>
@@ -9,6 +10,12 @@
 int CStdlib::GetNumOfProcessors()
 {
     return ormalux::processorsAllowed();
+}
+
+const char* CStdlib::GetInstructionSet()
+{
+    constexpr const char* names[] = {"AVX-512", "AVX2", "SSE4.2", "plain"};
+    return names[static_cast<int>(ormalux::kernelTarget())];
 }
 
 CString CStdlib::GetInstancePath(HINSTANCE instance)

@@ -14,6 +14,8 @@ class CStdlib
 public:
     /// The processors that this process may run on (its affinity), at least 1.
     ORMALUX_API static int GetNumOfProcessors();
+    /// The instruction set that operations run with: "AVX-512", "AVX2", "SSE4.2" or "plain".
+    ORMALUX_API static const char* GetInstructionSet();
     /// The folder of a module, without a trailing separator. Null means the processing module itself; else
     /// any address inside the module on systems without module handles. Empty when the module is not known.
     ORMALUX_API static CString GetInstancePath(HINSTANCE instance);

@@ -62,4 +62,14 @@ if [ $real = yes ]; then
         --annotate "$work/chip-edge.png"
     show build/release/demo/ormalux-read-digits "$work/digits.png"
 fi
+
+# The viewer on the board with the parts that were found.
+"$ormalux" match "$board" --source "$work/part.mcs" --threshold 90..200 --min-yield "$agree" --json >"$work/parts.json"
+viewer=(build/release/app/ormalux-view "$board" --overlays "$work/parts.json")
+show "${viewer[@]}" --grab "$work/window.png"
 printf '\nLook at the pictures in %s: the boxes sit on the parts.\n' "$work"
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    show "${viewer[@]}"
+else
+    printf 'There is no display; %s shows what the viewer would.\n' "$work/window.png"
+fi

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Types.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace ormalux::viewer {
+
+/// The exit codes, those of the command line program.
+enum ExitCode
+{
+    Done = 0,
+    BadInput = 2
+};
+
+/// What the operator wrote on the command line.
+struct Options
+{
+    QStringList pictures;
+    QString grab;                ///< the file that the window is rendered to; empty: an ordinary window
+    QSize size;                  ///< of the window; empty: as it was last
+    std::optional<double> zoom;  ///< 0 is the fit
+    std::optional<CRect> region; ///< inclusive corners in order
+    QString overlays;            ///< a file of results
+    QString language;            ///< "ko", "en"; empty: as it was last
+    QString theme;               ///< "system", "light", "dark"; empty: as it was last
+
+    /// Set when the program has nothing more to do than to print `text` and end: help, version, bad usage.
+    std::optional<ExitCode> exit;
+    QString text;
+};
+
+/// The program's arguments without its name, whatever the system's code page is.
+QStringList programArguments(int argc, char** argv);
+
+Options parseOptions(const QStringList& arguments);
+
+/// Prints to where the program was started from: standard output for Done, else standard error.
+void print(ExitCode code, const QString& text);
+
+} // namespace ormalux::viewer

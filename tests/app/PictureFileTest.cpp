@@ -1,0 +1,167 @@
+#include "app/PictureFile.h"
+
+#include "tests/app/ViewerFixture.h"
+
+#include <QImageWriter>
+#include <QRegularExpression>
+
+using namespace testing_support;
+using namespace ormalux::viewer;
+
+namespace {
+
+class PictureFileTest : public ViewerFixture
+{
+protected:
+    QByteArray bytesOf(const QString& name)
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QImage shown() { return pictureOf(window()); }
+};
+
+/// Levels that go through all 256 entries of a palette.
+QImage indexed(QRgb (*palette)(int))
+{
+    QImage image(37, 21, QImage::Format_Indexed8);
+    QList<QRgb> table;
+    for (int i = 0; i < 256; ++i)
+        table << palette(i);
+    image.setColorTable(table);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, uint((x * 9 + y * 31) % 256));
+    return image;
+}
+
+QImage deepGray()
+{
+    QImage image(9, 5, QImage::Format_Grayscale16);
+    for (int y = 0; y < 5; ++y)
+        for (int x = 0; x < 9; ++x)
+            reinterpret_cast<quint16*>(image.scanLine(y))[x] = quint16(x * 7000 + y * 257);
+    return image;
+}
+
+QImage blackAndWhite()
+{
+    QImage image(19, 7, QImage::Format_Mono);
+    image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+    for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 19; ++x)
+            image.setPixel(x, y, uint(x * y % 3 == 0));
+    return image;
+}
+
+TEST_F(PictureFileTest, EveryKindIsShownUprightAndInItsOwnColors)
+{
+    const auto gray = [](int i) { return qRgb(i, i, i); };
+    const auto negative = [](int i) { return qRgb(255 - i, 255 - i, 255 - i); };
+    const auto rainbow = [](int i) { return qRgb(i, 255 - i, 17); };
+    struct Case
+    {
+        QString name;
+        QImage image;
+        int depth;
+    };
+    const Case cases[] = {
+        {"색.png", colors(41, 23), 24},
+        {"색.bmp", colors(41, 23), 24},
+        {"색.tif", colors(41, 23), 24},
+        {"회색.png", colors(41, 23).convertToFormat(QImage::Format_Grayscale8), 8},
+        {"회색.bmp", indexed(gray), 8},
+        {"팔레트.png", indexed(rainbow), 24},
+        {"팔레트.bmp", indexed(rainbow), 24},
+        {"뒤집힌 회색.png", indexed(negative), 8},
+        {"16비트.png", deepGray(), 8},
+        {"흑백.png", blackAndWhite(), 8},
+    };
+    for (const Case& c : cases) {
+        QString why;
+        ASSERT_TRUE(openPicture(window(), saved(c.image, c.name), &why)) << qPrintable(why);
+        EXPECT_EQ(window().GetBitCount(), c.depth) << qPrintable(c.name);
+        const auto depth = c.depth == 8 ? QImage::Format_Grayscale8 : QImage::Format_BGR888;
+        EXPECT_EQ(shown(), QImage(path(c.name)).convertToFormat(depth)) << qPrintable(c.name);
+    }
+}
+
+TEST_F(PictureFileTest, ATurnedCameraPictureIsUpright)
+{
+    QImageWriter writer(path("turned.jpg"), "jpg");
+    writer.setQuality(100);
+    writer.setTransformation(QImageIOHandler::TransformationRotate90);
+    QImage picture(64, 32, QImage::Format_RGB888);
+    picture.fill(Qt::black);
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 16; ++x)
+            picture.setPixel(x, y, qRgb(255, 255, 255));
+    ASSERT_TRUE(writer.write(picture));
+    ASSERT_TRUE(viewer->openFiles({path("turned.jpg")}));
+    EXPECT_EQ(shown().size(), QSize(32, 64));
+    EXPECT_GT(qGray(shown().pixel(16, 5)), 240) << "the left edge of the sensor is the top";
+    EXPECT_LT(qGray(shown().pixel(16, 58)), 15);
+}
+
+TEST_F(PictureFileTest, ABadFileLeavesThePictureAndSaysWhy)
+{
+    ASSERT_TRUE(viewer->openFiles({saved(colors(30, 20), "good.png")}));
+    const QImage before = shown();
+    const QByteArray png = bytesOf("good.png");
+    written(png.left(png.size() / 2), "cut.png");
+    written({}, "empty.png");
+    written("BM is how this note begins", "text.bmp");
+    // A header that promises 60,000 x 60,000 pixels.
+    written(QByteArray::fromHex("89504e470d0a1a0a0000000d494844520000ea600000ea600800000000a5b92a9e"
+                                "000000004944415435af061e"),
+            "huge.png");
+    QDir(path("")).mkdir("folder");
+    const std::pair<const char*, const char*> cases[] = {
+        {"nowhere.png", "찾을 수 없습니다"},        {"cut.png", "손상"},
+        {"empty.png", "그림 파일이 아닙니다"},      {"text.bmp", "그림 파일이 아닙니다|손상"},
+        {"huge.png", "너무 큽니다: 60000 x 60000"}, {"folder", "폴더"},
+    };
+    for (const auto& [name, reason] : cases) {
+        reports.clear();
+        EXPECT_FALSE(viewer->openFiles({path(name)})) << name;
+        ASSERT_EQ(reports.size(), 1) << name;
+        EXPECT_TRUE(reports[0].contains(QLatin1String(name))) << qPrintable(reports[0]);
+        EXPECT_TRUE(reports[0].contains(QRegularExpression(QString::fromUtf8(reason))))
+            << qPrintable(reports[0]);
+        EXPECT_EQ(shown(), before) << name;
+        EXPECT_TRUE(viewer->windowTitle().startsWith("good.png")) << name;
+    }
+}
+
+TEST_F(PictureFileTest, SavedFilesHoldThePictureAndFailuresKeepTheOldFile)
+{
+    QString why;
+    for (const QImage::Format format : {QImage::Format_BGR888, QImage::Format_Grayscale8}) {
+        const QImage image = colors(31, 17).convertToFormat(format);
+        ASSERT_TRUE(openPicture(window(), saved(image, "in.png"), &why));
+        for (const char* name : {"밖.bmp", "out.png", "out.tif"}) {
+            ASSERT_TRUE(savePicture(window(), path(name), &why)) << name;
+            EXPECT_EQ(QImage(path(name)).convertToFormat(format), image) << name;
+        }
+    }
+    written("old", "kept.xyz");
+    EXPECT_FALSE(savePicture(window(), path("kept.xyz"), &why));
+    EXPECT_TRUE(why.contains("kept.xyz"));
+    EXPECT_EQ(bytesOf("kept.xyz"), "old");
+    EXPECT_FALSE(savePicture(window(), path("no such folder/a.png"), &why));
+    EXPECT_FALSE(savePicture(window(), path("no such folder/a.bmp"), &why));
+}
+
+TEST_F(PictureFileTest, TheCopyWithOverlaysIsThePictureWithTheirPixels)
+{
+    ASSERT_TRUE(viewer->openFiles({saved(colors(50, 40), "in.png")}));
+    window().AddRectangle(10, 5, 30, 25, 0, 1, RGB(255, 0, 0), "t");
+    const QImage image = pictureWithOverlays(window());
+    ASSERT_EQ(image.size(), QSize(50, 40));
+    EXPECT_EQ(image.pixel(10, 15), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(20, 5), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(20, 15), colors(50, 40).pixel(20, 15));
+    EXPECT_EQ(shown().pixel(10, 15), colors(50, 40).pixel(10, 15));
+}
+
+} // namespace
