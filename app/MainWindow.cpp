@@ -99,6 +99,7 @@ MainWindow::MainWindow(Preferences preferences)
     setLanguage(m_preferences.language);
     retranslate();
     shown({});
+    m_window->setFocus(); // keys belong to the picture, not to the first button
 }
 
 MainWindow::~MainWindow() = default;

@@ -43,7 +43,9 @@ if(ORMALUX_SANITIZE)
   target_link_options(ormalux_options INTERFACE -fsanitize=${ORMALUX_SANITIZE})
 endif()
 if(MINGW)
-  target_link_options(ormalux_options INTERFACE -static-libgcc -static-libstdc++ -static)
+  if(NOT ORMALUX_BUILD_VIEW) # the toolkit's DLLs bring the compiler's along
+    target_link_options(ormalux_options INTERFACE -static-libgcc -static-libstdc++ -static)
+  endif()
   target_compile_definitions(ormalux_options INTERFACE
     NOMINMAX WIN32_LEAN_AND_MEAN ORMALUX_NARROW_VECTORS)
 endif()

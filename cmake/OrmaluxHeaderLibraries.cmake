@@ -1,0 +1,16 @@
+# The header-only libraries of the programs: CLI11 and nlohmann-json. A cross build takes the host's headers, copied
+# aside so that the rest of the host's include folder stays out of the way.
+function(ormalux_header_library target package header)
+  if(TARGET ${target})
+    return()
+  endif()
+  if(NOT CMAKE_CROSSCOMPILING)
+    find_package(${package} REQUIRED GLOBAL)
+    return()
+  endif()
+  get_filename_component(folder ${header} DIRECTORY)
+  find_path(ORMALUX_${package}_INCLUDE ${header} PATHS /usr/include REQUIRED)
+  file(COPY ${ORMALUX_${package}_INCLUDE}/${folder} DESTINATION ${PROJECT_BINARY_DIR}/headers)
+  add_library(${target} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${target} SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/headers)
+endfunction()
