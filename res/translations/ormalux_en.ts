@@ -402,6 +402,43 @@
     </message>
 </context>
 <context>
+    <name>CUserFilterDlg</name>
+    <message>
+        <source>직접 입력</source>
+        <translation>Own entry</translation>
+    </message>
+</context>
+<context>
+    <name>DoubleThresholdDlg</name>
+    <message>
+        <source>Double Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Upper Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lower Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>두 값 사이의 픽셀이 이 값이 되고, 나머지는 255이면 0, 아니면 255가 됩니다.</source>
+        <translation>Pixels between the two values become this one; the others become 0 when it is 255, else 255.</translation>
+    </message>
+</context>
+<context>
+    <name>GammaDlg</name>
+    <message>
+        <source>Gamma</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>HistogramDlg</name>
     <message>
         <source>Histogram</source>
@@ -445,6 +482,21 @@
     </message>
     <message>
         <source>&amp;Double Threshold Preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LightenDlg</name>
+    <message>
+        <source>Lighten</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contrast (%)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -686,6 +738,57 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
 </context>
 <context>
+    <name>RotateDlg</name>
+    <message>
+        <source>Rotate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Angle (°)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;X</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Center X</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Y</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Center Y</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>영상에서 선택</source>
+        <translation>Choose in the Picture</translation>
+    </message>
+    <message>
+        <source>누른 다음 영상에서 회전 중심을 클릭합니다.</source>
+        <translation>Press, then click the centre of the turn in the picture.</translation>
+    </message>
+    <message>
+        <source>영상 중심</source>
+        <translation>Picture Centre</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>호출에만 전달되는 값입니다. 빈 자리는 이웃 픽셀의 평균으로 채워집니다.</source>
+        <translation>Only handed to the call. Gaps are filled with the mean of the neighbouring pixels.</translation>
+    </message>
+</context>
+<context>
     <name>ThresholdDlg</name>
     <message>
         <source>Threshold</source>
@@ -693,6 +796,95 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Auto Threshold Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UserFilterDlg</name>
+    <message>
+        <source>User Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Kernel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Divisor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>0이면 나누지 않습니다.</source>
+        <translation>0 does not divide.</translation>
+    </message>
+    <message>
+        <source>커널의 합</source>
+        <translation>Sum of the Kernel</translation>
+    </message>
+    <message>
+        <source>커널 값의 합을 Divisor로 합니다.</source>
+        <translation>The divisor becomes the sum of the kernel&apos;s values.</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Threaded</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ormalux::EffectDlg</name>
+    <message>
+        <source>영상이 없습니다.</source>
+        <translation>There is no picture.</translation>
+    </message>
+    <message>
+        <source>이 기능은 8비트 회색조 영상에만 적용할 수 있습니다.</source>
+        <translation>This applies to 8-bit gray pictures only.</translation>
+    </message>
+</context>
+<context>
+    <name>ormalux::KernelPreset</name>
+    <message>
+        <source>Identity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Blur</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Soften</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Gassian 3x3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sharpen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Emboss</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Laplacian</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sobel, horizontal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sobel, vertical</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
