@@ -52,6 +52,18 @@ struct Row
     std::string (*text)(QDialog*) = nullptr;
 };
 
+/// Where the pictures, programs and recipes are, and the sources that a row writes for its dialog.
+const QTemporaryDir& folder()
+{
+    static const QTemporaryDir made;
+    return made;
+}
+
+std::string inFolder(const std::string& name)
+{
+    return folder().filePath(QString::fromStdString(name)).toStdString();
+}
+
 template <class Widget>
 Widget* of(QDialog* dialog, const char* name)
 {
@@ -227,17 +239,6 @@ struct Record
     ResultList results;
     Picture applied;
 };
-
-const QTemporaryDir& folder()
-{
-    static const QTemporaryDir made;
-    return made;
-}
-
-std::string inFolder(const std::string& name)
-{
-    return folder().filePath(QString::fromStdString(name)).toStdString();
-}
 
 std::string pictureFile(bool color)
 {
