@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Console.h"
 #include "platform/Types.h"
 
 #include <QSize>
@@ -9,13 +10,6 @@
 #include <optional>
 
 namespace ormalux::viewer {
-
-/// The exit codes, those of the command line program.
-enum ExitCode
-{
-    Done = 0,
-    BadInput = 2
-};
 
 /// What the operator wrote on the command line.
 struct Options
@@ -34,12 +28,6 @@ struct Options
     QString text;
 };
 
-/// The program's arguments without its name, whatever the system's code page is.
-QStringList programArguments(int argc, char** argv);
-
 Options parseOptions(const QStringList& arguments);
-
-/// Prints to where the program was started from: standard output for Done, else standard error.
-void print(ExitCode code, const QString& text);
 
 } // namespace ormalux::viewer

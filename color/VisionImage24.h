@@ -84,7 +84,7 @@ public:
     void Invert();
     /// Paints the padded buffer into the rectangle with its last row on top, unlike the gray image. Needs the
     /// display module.
-    void PaintImage(HDC dc, CRect rect);
+    void PaintImage(CDC* dc, CRect rect);
 
     // Channel edits (color/VisionImage24Edit.cpp)
 

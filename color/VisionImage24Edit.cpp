@@ -56,7 +56,7 @@ void CKestImage24::Invert()
         ormalux::kernels::invert(image.pixels, std::size_t(image.colorBytes()));
 }
 
-void CKestImage24::PaintImage(HDC dc, CRect rect)
+void CKestImage24::PaintImage(CDC* dc, CRect rect)
 {
     const ormalux::ColorPainter paint = ormalux::colorPainter();
     if (valid() && dc && paint)

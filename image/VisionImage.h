@@ -106,7 +106,7 @@ public:
     /// Subtracts in place, stopping at 0; nothing happens for images of different size. Returns this image.
     CKestImage& operator-(const CKestImage& other);
     /// Paints the image upright into the rectangle. Needs the display module.
-    void PaintImage(HDC dc, CRect rect);
+    void PaintImage(CDC* dc, CRect rect);
 
     // Files (image/VisionImageFile.cpp)
 

@@ -53,7 +53,7 @@ CKestImage& CKestImage::operator-(const CKestImage& other)
     return *this;
 }
 
-void CKestImage::PaintImage(HDC dc, CRect rect)
+void CKestImage::PaintImage(CDC* dc, CRect rect)
 {
     const ormalux::GrayPainter paint = ormalux::grayPainter();
     if (valid() && dc && paint)

@@ -18,7 +18,7 @@ const char* CStdlib::GetInstructionSet()
     return names[static_cast<int>(ormalux::kernelTarget())];
 }
 
-CString CStdlib::GetInstancePath(HINSTANCE instance)
+CString CStdlib::GetInstancePath(void* instance)
 {
     static const char here = 0;
     return ormalux::moduleFolder(instance ? instance : &here);

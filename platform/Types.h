@@ -103,6 +103,8 @@ class QPainter;
 class QWidget;
 
 using CDC = QPainter;
-using HDC = QPainter*;
 using CWnd = QWidget;
+#ifndef _WIN32 // there these names are the system's own, which the toolkit's headers bring in
+using HDC = QPainter*;
 using HWND = QWidget*;
+#endif

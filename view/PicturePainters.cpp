@@ -58,12 +58,12 @@ QRect shownBy(QPainter& painter)
     return painter.hasClipping() ? shown & painter.clipBoundingRect().toAlignedRect() : shown;
 }
 
-void paintGray(HDC dc, const CRect& rect, const ConstGrayView& picture)
+void paintGray(CDC* dc, const CRect& rect, const ConstGrayView& picture)
 {
     paintPicture(dc, rect, {picture.pixels, picture.width, picture.height, picture.stride, 8});
 }
 
-void paintColor(HDC dc, const CRect& rect, const std::uint8_t* pixels, int width, int height)
+void paintColor(CDC* dc, const CRect& rect, const std::uint8_t* pixels, int width, int height)
 {
     if (!pixels || width < 1 || height < 1)
         return;

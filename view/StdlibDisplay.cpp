@@ -61,12 +61,12 @@ int between(int from, int to, std::int64_t at, std::int64_t last)
 
 } // namespace
 
-void CStdlib::DrawLine(HDC dc, int x1, int y1, int x2, int y2, COLORREF color)
+void CStdlib::DrawLine(CDC* dc, int x1, int y1, int x2, int y2, COLORREF color)
 {
     DrawLine(dc, x1, y1, x2, y2, color, 1);
 }
 
-void CStdlib::DrawLine(HDC dc, int x1, int y1, int x2, int y2, COLORREF color, int width)
+void CStdlib::DrawLine(CDC* dc, int x1, int y1, int x2, int y2, COLORREF color, int width)
 {
     if (const Canvas canvas{dc}) {
         ClippedLines lines(*canvas);
@@ -76,7 +76,7 @@ void CStdlib::DrawLine(HDC dc, int x1, int y1, int x2, int y2, COLORREF color, i
     }
 }
 
-void CStdlib::DrawRectLine(HDC dc, int left, int top, int right, int bottom, COLORREF color, int width)
+void CStdlib::DrawRectLine(CDC* dc, int left, int top, int right, int bottom, COLORREF color, int width)
 {
     if (const Canvas canvas{dc}) {
         ClippedLines lines(*canvas);
@@ -87,7 +87,7 @@ void CStdlib::DrawRectLine(HDC dc, int left, int top, int right, int bottom, COL
     }
 }
 
-void CStdlib::DrawTextA(HDC dc, int x, int y, const char* text, int height, int weight, int italic,
+void CStdlib::DrawTextA(CDC* dc, int x, int y, const char* text, int height, int weight, int italic,
                         COLORREF color, const char* face)
 {
     const Canvas canvas{dc};
@@ -101,7 +101,7 @@ void CStdlib::DrawTextA(HDC dc, int x, int y, const char* text, int height, int 
     canvas->drawText(QPointF(x, double(y) + QFontMetrics(font).ascent()), QString::fromUtf8(text));
 }
 
-void CStdlib::FillSolidRect(HDC dc, const RECT& rect, COLORREF color)
+void CStdlib::FillSolidRect(CDC* dc, const RECT& rect, COLORREF color)
 {
     if (const Canvas canvas{dc}) {
         const RECT part = shownPart(*canvas, rect);
@@ -110,7 +110,7 @@ void CStdlib::FillSolidRect(HDC dc, const RECT& rect, COLORREF color)
     }
 }
 
-void CStdlib::FillPolygon(HDC dc, const POINT* points, int count, COLORREF color)
+void CStdlib::FillPolygon(CDC* dc, const POINT* points, int count, COLORREF color)
 {
     const Canvas canvas{dc};
     if (!canvas || !points || count < 1)
@@ -123,7 +123,7 @@ void CStdlib::FillPolygon(HDC dc, const POINT* points, int count, COLORREF color
     canvas->drawPolygon(polygon, Qt::OddEvenFill);
 }
 
-void CStdlib::DrawFocusCrossLine(HDC dc, int left, int top, int right, int bottom, int x, int y)
+void CStdlib::DrawFocusCrossLine(CDC* dc, int left, int top, int right, int bottom, int x, int y)
 {
     const Canvas canvas{dc};
     if (!canvas)
@@ -143,7 +143,7 @@ void CStdlib::DrawFocusCrossLine(HDC dc, int left, int top, int right, int botto
     canvas->drawPoints(dots.constData(), int(dots.size()));
 }
 
-void CStdlib::DrawGradationTB(HDC dc, RECT rect, COLORREF top, COLORREF bottom)
+void CStdlib::DrawGradationTB(CDC* dc, RECT rect, COLORREF top, COLORREF bottom)
 {
     const Canvas canvas{dc};
     if (!canvas)
@@ -167,7 +167,7 @@ void CStdlib::DrawBitmap(CDC* dc, CRect rect, unsigned char* bits, int width, in
     ormalux::paintPicture(dc, rect, {bits + stride * (height - 1), width, height, -stride, bit_count});
 }
 
-int CStdlib::BitmapToFile(HBITMAP bitmap, const char* path, CSize size)
+int CStdlib::BitmapToFile(const QImage& bitmap, const char* path, CSize size)
 {
     const int width = size.cx > 0 ? std::min<int>(size.cx, bitmap.width()) : bitmap.width();
     const int height = size.cy > 0 ? std::min<int>(size.cy, bitmap.height()) : bitmap.height();
@@ -176,7 +176,7 @@ int CStdlib::BitmapToFile(HBITMAP bitmap, const char* path, CSize size)
     return ormalux::writeBmp(path, bitmap.copy(0, 0, width, height)) ? 1 : 0;
 }
 
-int CStdlib::CopyToClipboard(HWND, const CString& text)
+int CStdlib::CopyToClipboard(CWnd*, const CString& text)
 {
     QClipboard* const clipboard = qGuiApp ? QGuiApplication::clipboard() : nullptr;
     if (!clipboard)

@@ -276,10 +276,10 @@ TEST(Image, PaintsThroughTheDisplayModuleOnlyWhenThereIsOne)
     static int painted;
     painted = 0;
     CKestImage image(3, 2);
-    const HDC dc = reinterpret_cast<HDC>(&painted);
+    const CDC* dc = reinterpret_cast<CDC*>(&painted);
     image.PaintImage(dc, CRect(0, 0, 3, 2));
     ormalux::setImagePainters(
-        [](HDC, const CRect& rect, const ormalux::ConstGrayView& view) {
+        [](CDC*, const CRect& rect, const ormalux::ConstGrayView& view) {
             painted += rect.Width() * view.height;
         },
         nullptr);

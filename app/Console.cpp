@@ -1,0 +1,49 @@
+#include "app/Console.h"
+
+#include <cstdio>
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include <shellapi.h>
+#endif
+
+namespace ormalux::viewer {
+
+QStringList programArguments([[maybe_unused]] int argc, [[maybe_unused]] char** argv)
+{
+    QStringList arguments;
+#ifdef _WIN32
+    // The narrow arguments have lost what the code page does not know.
+    int count = 0;
+    if (LPWSTR* const wide = CommandLineToArgvW(GetCommandLineW(), &count)) {
+        for (int i = 1; i < count; ++i)
+            arguments << QString::fromWCharArray(wide[i]);
+        LocalFree(wide);
+    }
+#else
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+#endif
+    return arguments;
+}
+
+void print(ExitCode code, const QString& text)
+{
+#ifdef _WIN32
+    // A windowed program has no output of its own; it borrows that of the console it was started from.
+    if (!GetStdHandle(code == Done ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE) &&
+        AttachConsole(ATTACH_PARENT_PROCESS)) {
+        std::freopen("CONOUT$", "w", stdout);
+        std::freopen("CONOUT$", "w", stderr);
+    }
+#endif
+    std::FILE* const stream = code == Done ? stdout : stderr;
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stream);
+    if (!bytes.endsWith('\n'))
+        std::fputc('\n', stream);
+    std::fflush(stream);
+}
+
+} // namespace ormalux::viewer
