@@ -276,7 +276,7 @@ TEST(Image, PaintsThroughTheDisplayModuleOnlyWhenThereIsOne)
     static int painted;
     painted = 0;
     CKestImage image(3, 2);
-    const CDC* dc = reinterpret_cast<CDC*>(&painted);
+    CDC* const dc = reinterpret_cast<CDC*>(&painted);
     image.PaintImage(dc, CRect(0, 0, 3, 2));
     ormalux::setImagePainters(
         [](CDC*, const CRect& rect, const ormalux::ConstGrayView& view) {
