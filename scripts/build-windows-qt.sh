@@ -22,7 +22,9 @@ for file in /etc/apt/sources.list.d/*.sources; do
         "$file" >>"$sources"
 done
 options=(-o "Dir::Etc::sourcelist=$sources" -o Dir::Etc::sourceparts=- -o "Dir::State::lists=$work/lists")
+set +e # in a condition the steps inside would not stop at a failure
 (
+    set -e
     cd "$work"
     apt-get "${options[@]}" update
     apt-get "${options[@]}" source --download-only qt6-base qt6-svg qt6-imageformats
@@ -61,7 +63,10 @@ T
         cmake --build "build-$module"
         cmake --install "build-$module"
     done
-) >"$cache/log" 2>&1 || { tail -30 "$cache/log" >&2; exit 1; }
+) >"$cache/log" 2>&1
+status=$?
+set -e
+[ $status -eq 0 ] || { tail -30 "$cache/log" >&2; exit 1; }
 rm -rf "$work"
 touch "$cache/complete"
 echo "$cache/prefix"
