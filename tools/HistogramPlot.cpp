@@ -11,7 +11,8 @@ namespace ormalux {
 
 namespace {
 
-constexpr double grip = 8; ///< how far from a line the mouse still takes it
+constexpr double grip = 8;    ///< how far from a line the mouse still takes it
+constexpr int eitherLine = 2; ///< the mouse has taken two lines on the same level
 
 } // namespace
 
@@ -54,7 +55,8 @@ QRectF HistogramPlot::plotRect() const
 {
     const QFontMetricsF metrics(font());
     const double number = metrics.horizontalAdvance(QStringLiteral("0000k"));
-    return QRectF(rect()).adjusted(number + 6, metrics.height() + 6, -0.75 * number, -metrics.height() - 8);
+    return QRectF(rect()).adjusted(number + 6, metrics.height() + 6, -0.9 * number - 4,
+                                   -metrics.height() - 8);
 }
 
 double HistogramPlot::placeOf(int level) const
@@ -69,16 +71,13 @@ int HistogramPlot::levelAt(double x) const
     return int(std::floor((x - plot.left()) * 256 / std::max(plot.width(), 1.0)));
 }
 
-/// Of two lines on the same level the one that can move towards the mouse.
 int HistogramPlot::lineNear(double x) const
 {
     const double toLow = std::abs(x - placeOf(low()));
     const double toHigh = std::abs(x - placeOf(high()));
     if (std::min(toLow, toHigh) > grip)
         return -1;
-    if (low() == high())
-        return x < placeOf(low()) || low() == 255 ? 0 : 1;
-    return toLow <= toHigh ? 0 : 1;
+    return low() == high() ? eitherLine : toLow <= toHigh ? 0 : 1;
 }
 
 void HistogramPlot::moveLine(int line, int level)
@@ -104,7 +103,7 @@ void HistogramPlot::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     m_dragged = lineNear(event->position().x());
-    if (m_dragged >= 0)
+    if (m_dragged == 0 || m_dragged == 1)
         m_active = m_dragged;
     update();
 }
@@ -112,10 +111,13 @@ void HistogramPlot::mousePressEvent(QMouseEvent* event)
 void HistogramPlot::mouseMoveEvent(QMouseEvent* event)
 {
     const double x = event->position().x();
-    if (m_dragged >= 0)
+    if (m_dragged == eitherLine && levelAt(x) != low()) // where the mouse goes says which
+        m_dragged = levelAt(x) < low() ? 0 : 1;
+    const bool moves = m_dragged == 0 || m_dragged == 1;
+    if (moves)
         moveLine(m_dragged, levelAt(x));
     setCursor(m_dragged >= 0 || lineNear(x) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
-    point(m_dragged >= 0 ? m_lines[m_dragged] : levelAt(x));
+    point(moves ? m_lines[m_dragged] : levelAt(x));
 }
 
 void HistogramPlot::mouseReleaseEvent(QMouseEvent*)

@@ -86,7 +86,11 @@ TEST_F(HistogramDlg, LinesMoveByMouseKeysAndFieldsAlikeAndNeverCross)
     EXPECT_EQ(low->value(), 100);
     drag(plot->placeOf(192), plot->placeOf(30)); // stops at the other line
     EXPECT_EQ(high->value(), 100);
-    drag(plot->placeOf(100), plot->width() + 50.0); // the one that can go there
+    drag(plot->placeOf(100), plot->placeOf(80)); // of two on a level the one that can go there
+    EXPECT_EQ(low->value(), 80);
+    EXPECT_EQ(high->value(), 100);
+    drag(plot->placeOf(80), plot->placeOf(110));
+    drag(plot->placeOf(100), plot->width() + 50.0);
     EXPECT_EQ(low->value(), 100);
     EXPECT_EQ(high->value(), 255);
 

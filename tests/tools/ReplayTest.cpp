@@ -143,6 +143,9 @@ const CRect part(7, 9, 61, 48);
 
 /// By rising command; a tool has as many rows as it has calls to make.
 const Row rows[] = {
+    {"histogram", 6602, "CHistogramDlg", Proof::Results, false, part, nullptr},
+    {"histogram of a colour picture's gray form", 6602, "CHistogramDlg", Proof::Results, true, everything,
+     nullptr},
     {"automatic threshold", 6603, "CThresholdDlg", Proof::Text, false, part, nullptr, thresholdText},
     {"threshold", 6603, "CThresholdDlg", Proof::Text, false, everything,
      [](QDialog* dialog) {
