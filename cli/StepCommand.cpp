@@ -25,7 +25,8 @@ std::string optionName(const std::string& parameter)
 {
     std::string name = parameter;
     std::replace(name.begin(), name.end(), '_', '-');
-    const std::map<std::string, std::string> shortNames{{"threshold", "-t,"}, {"source", "-s,"}};
+    const std::map<std::string, std::string> shortNames{
+        {"threshold", "-t,"}, {"source", "-s,"}, {"spacing", "--step,"}};
     const auto found = shortNames.find(parameter);
     return (found == shortNames.end() ? std::string() : found->second) + "--" + name;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace ormalux {
 
@@ -24,14 +25,14 @@ bool less(const ResultValue& a, const ResultValue& b)
 
 } // namespace
 
-void ResultModel::setResults(const ResultList& results, const QStringList& titles)
+void ResultModel::setResults(ResultList results, const QStringList& titles)
 {
     beginResetModel();
-    m_results = results;
+    m_results = std::move(results);
     m_titles = titles;
     for (int i = int(m_titles.size()); i < columnCount(); ++i)
-        m_titles << QString::fromStdString(results.columns[std::size_t(i)]);
-    m_order.resize(results.rows.size());
+        m_titles << QString::fromStdString(m_results.columns[std::size_t(i)]);
+    m_order.resize(m_results.rows.size());
     std::iota(m_order.begin(), m_order.end(), 0);
     m_rows = m_order;
     endResetModel();

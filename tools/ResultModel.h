@@ -19,7 +19,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     /// In the order given; titles stand for the first columns' names.
-    void setResults(const ResultList& results, const QStringList& titles);
+    void setResults(ResultList results, const QStringList& titles);
     const ResultList& results() const { return m_results; }
     /// The result shown in a row, and the row that shows a result; -1 outside.
     int resultAt(int row) const;

@@ -12,7 +12,11 @@
 #include <QSaveFile>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+#include <cstdlib>
 #include <limits>
+#include <tuple>
+#include <utility>
 
 namespace ormalux {
 
@@ -37,10 +41,10 @@ ResultTable::ResultTable(QWidget* parent) : QTableView(parent), m_model(new Resu
     });
 }
 
-void ResultTable::setResults(const ResultList& results, const QStringList& titles)
+void ResultTable::setResults(ResultList results, const QStringList& titles)
 {
     setSortingEnabled(false);
-    m_model->setResults(results, titles);
+    m_model->setResults(std::move(results), titles);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as given until a header is clicked
     setSortingEnabled(true);
 }
@@ -66,16 +70,22 @@ void ResultTable::selectResult(int index)
     scrollTo(m_model->index(row, 0));
 }
 
-int ResultTable::selectAt(int x, int y)
+int ResultTable::selectAt(int x, int y, int reach)
 {
     int best = -1;
-    auto smallest = std::numeric_limits<long long>::max();
+    // Distance to the box, its size, distance to twice its middle.
+    std::tuple<long long, long long, long long> least{reach, std::numeric_limits<long long>::max(), 0};
     const auto& rows = results().rows;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const CRect& box = rows[i].box;
-        const long long size = (1ll + box.right - box.left) * (1ll + box.bottom - box.top);
-        if (x >= box.left && x <= box.right && y >= box.top && y <= box.bottom && size < smallest) {
-            smallest = size;
+        const long long besideX = std::max({box.left - x, x - box.right, 0});
+        const long long besideY = std::max({box.top - y, y - box.bottom, 0});
+        const long long offX = std::abs(2ll * x - box.left - box.right);
+        const long long offY = std::abs(2ll * y - box.top - box.bottom);
+        const std::tuple here{std::max(besideX, besideY),
+                              (1ll + box.right - box.left) * (1ll + box.bottom - box.top), offX + offY};
+        if (here < least) {
+            least = here;
             best = int(i);
         }
     }

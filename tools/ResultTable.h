@@ -19,12 +19,13 @@ public:
     explicit ResultTable(QWidget* parent = nullptr);
 
     /// Shows a list in its own order; the columns show these titles, or their names.
-    void setResults(const ResultList& results, const QStringList& titles = {});
+    void setResults(ResultList results, const QStringList& titles = {});
     const ResultList& results() const;
     /// Selects and shows a result; -1 selects none. Tells nobody.
     void selectResult(int index);
-    /// Selects the result with the smallest box that holds the pixel; returns its index, -1 if there is none.
-    int selectAt(int x, int y);
+    /// Selects the result whose box holds the pixel, or comes nearest to it within reach pixels: the smallest
+    /// box, of equal ones that with the nearest middle. Returns its index, -1 if there is none.
+    int selectAt(int x, int y, int reach = 0);
     int selectedResult() const;
     /// Tab separated with the headers: the selected rows, or all.
     QString copyText() const;

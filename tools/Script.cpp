@@ -134,6 +134,20 @@ kernel[0] = %d;kernel[1] = %d;kernel[2] = %d;kernel[3] = %d;kernel[4] = %d;kerne
 
 image.Filter(kernel, %d, %d, %d);
 )",
+    // BlobList
+    R"(CBlobRectArray ar;
+
+int threshold = %s;
+int cnt = image.GetBlobList(%d, %d, %d, %d, threshold, %d, %d, %d, %d, %d, ar); // cnt = ar.GetCount();
+
+%s//ar.SortLeft(); Or ar.SortTop(); Or ar.SortRight(); Or ar.SortBottom(); Or ar.SortWidth(); Or ar.SortHeight(); Or ar.SortPixelCount();
+
+//ar[0].left;
+//ar[0].top;
+//ar[0].right;
+//ar[0].bottom;
+//ar[0].pixel_count;
+)",
 };
 
 std::string formatted(const ScriptValue& value)

@@ -21,7 +21,8 @@ enum class ScriptTemplate
     PointGauge,
     Rotate,
     Threshold,
-    UserFilter
+    UserFilter,
+    BlobList
 };
 
 /// What a placeholder is filled with. A number with a fraction gets six decimals and a point in every locale.

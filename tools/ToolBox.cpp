@@ -1,11 +1,14 @@
 #include "tools/ToolBox.h"
 
+#include "tools/BlobDlg.h"
 #include "tools/DoubleThresholdDlg.h"
 #include "tools/GammaDlg.h"
 #include "tools/HistogramDlg.h"
 #include "tools/LightenDlg.h"
+#include "tools/LineGauageDlg.h"
 #include "tools/MatchDlg.h"
 #include "tools/OcrMatchDlg.h"
+#include "tools/PointGauageDlg.h"
 #include "tools/RotateDlg.h"
 #include "tools/ThresholdDlg.h"
 #include "tools/UserFilterDlg.h"
@@ -29,6 +32,7 @@ struct Entry
 // clang-format off
 /// By rising command, a line each.
 constexpr Entry entries[] = {
+    {6601, make<CBlobDlg>},
     {6602, make<CHistogramDlg>},
     {6603, make<CThresholdDlg>},
     {6604, make<CDoubleThresholdDlg>},
@@ -36,6 +40,8 @@ constexpr Entry entries[] = {
     {6633, make<CUserFilterDlg>},
     {6701, make<CGammaDlg>},
     {6702, make<CLightenDlg>},
+    {6709, make<CPointGauageDlg>},
+    {6710, make<CLineGauageDlg>},
     {6711, make<COcrMatchDlg>},
     {6712, make<CMatchDlg>},
 };

@@ -11,11 +11,15 @@
 #include <QGuiApplication>
 #include <QHash>
 
+#include <cmath>
+
 namespace ormalux {
 
 namespace {
 
 constexpr std::chrono::milliseconds moment(80); ///< what the operator does not feel as waiting
+/// How far beside a small result a click still means it, in screen pixels.
+constexpr double clickReach = 4;
 
 /// Where the operator left each dialog, for as long as the program runs.
 QHash<QString, QPoint>& places()
@@ -65,7 +69,8 @@ void ToolDialog::attach(const char* className, ToolButtonRow* buttons, ResultTab
         return;
     connect(results, &ResultTable::resultSelected, this, &ToolDialog::chooseResult);
     connect(&m_host, &ToolHost::pixelClicked, this, [this](int x, int y) {
-        if (isVisible() && m_results->selectAt(x, y) >= 0)
+        const int reach = int(std::ceil(clickReach / m_host.zoom()));
+        if (isVisible() && m_results->selectAt(x, y, reach) >= 0)
             resultChosen(m_results->selectedResult());
     });
 }
@@ -81,6 +86,13 @@ bool ToolDialog::runSoon(std::function<std::function<void()>()> job)
 void ToolDialog::setMessage(const QString& message)
 {
     m_buttons->setMessage(message);
+}
+
+void ToolDialog::setMessageOfGrayForm(const QString& message)
+{
+    QStringList lines{grayFormNote(), message};
+    lines.removeAll(QString());
+    setMessage(lines.join(QLatin1Char('\n')));
 }
 
 QString ToolDialog::grayFormNote() const

@@ -49,6 +49,8 @@ protected:
     ResultTable* results() const { return m_results; }
     /// Says something in the dialog's message line.
     void setMessage(const QString& message);
+    /// The same under the line that says that a colour picture is measured by its gray form.
+    void setMessageOfGrayForm(const QString& message);
     /// The line that says that a colour picture is measured by its gray form; empty for a gray one.
     QString grayFormNote() const;
     const char* layer() const { return m_layer; }

@@ -73,6 +73,10 @@ public:
     virtual void reveal(const RECT& rect) = 0;
     /// Lets the operator draw a line with the mouse; linePicked tells it.
     virtual void pickLine() = 0;
+    /// The line is not wanted any more.
+    virtual void cancelPick() {}
+    /// Screen pixels that a pixel of the picture takes.
+    virtual double zoom() const { return 1; }
 
 Q_SIGNALS:
     /// Another picture, or none, or the picture's pixels have been changed.

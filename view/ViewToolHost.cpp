@@ -176,4 +176,15 @@ void ViewToolHost::pickLine()
     m_view.Tool(TOOL_LINE);
 }
 
+void ViewToolHost::cancelPick()
+{
+    if (std::exchange(m_pickingLine, false))
+        m_view.Tool(TOOL_NONE);
+}
+
+double ViewToolHost::zoom() const
+{
+    return double(m_view.GetZoom());
+}
+
 } // namespace ormalux

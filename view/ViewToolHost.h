@@ -35,6 +35,8 @@ public:
     void repaint() override;
     void reveal(const RECT& rect) override;
     void pickLine() override;
+    void cancelPick() override;
+    double zoom() const override;
 
 private:
     void pictureTouched();

@@ -1,5 +1,10 @@
 #include "cli/Step.h"
-#include "image/WorkPool.h"
+#include "measure/LineGauge.h"
+#include "measure/PointGauge.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace ormalux::cli {
 
@@ -43,29 +48,32 @@ void gaugeLine(Workpiece& work, const Json& arguments)
     const int x1 = box[0], y1 = box[1], x2 = box[2], y2 = box[3];
     const int direction = arguments.at("direction").get<std::string>() == "vertical" ? DIRECTION_VERTICAL
                                                                                      : DIRECTION_HORIZENTAL;
-    const int step = arguments.at("step").get<int>();
+    const int step = arguments.at("spacing").get<int>();
     const ThresholdChoice choice = parseThreshold(arguments.at("threshold").get<std::string>());
-    _stLineGaugeResult result{};
-    // With steps the columns measured depend on the number of bands; one band gives the same on every
-    // machine.
-    setBandCount(1);
-    const int found = choice.automatic ? work.image.GetLineGauge(x1, y1, x2, y2, polarityOf(arguments),
-                                                                 direction, step, result)
-                                       : work.image.GetLineGauge(x1, y1, x2, y2, polarityOf(arguments),
-                                                                 direction, step, choice.low, result);
-    setBandCount(0);
+    const ConstGrayView view = std::as_const(work.image).view();
+    // Steps start anew in every band: a number of bands of the step's own gives the same on every machine.
+    const LineGaugeTask task{{std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)},
+                             polarityOf(arguments),
+                             direction == DIRECTION_HORIZENTAL,
+                             step,
+                             choice.automatic ? edgeThreshold(view, {x1, y1}, {x2, y2}) : choice.low,
+                             arguments.at("bands").get<int>()};
+    LineFit result{};
+    // A box without lines to pair gives no angle.
+    const int found = fitEdgeLine(view, task, result) && !std::isnan(result.angle);
     Findings findings{work.file, {{"count", found}}, "lines", {}};
     work.shapes.AddRectangle(x1, y1, x2, y2, 2, 1, scanColor, "gauge");
     if (found) {
-        findings.records.push_back({{"x1", result.x1},
-                                    {"y1", result.y1},
-                                    {"x2", result.x2},
-                                    {"y2", result.y2},
-                                    {"center_x", result.center_x},
-                                    {"center_y", result.center_y},
+        findings.records.push_back({{"x1", result.first.x},
+                                    {"y1", result.first.y},
+                                    {"x2", result.second.x},
+                                    {"y2", result.second.y},
+                                    {"center_x", result.center.x},
+                                    {"center_y", result.center.y},
                                     {"angle", result.angle}});
-        work.shapes.AddLine(result.x1, result.y1, result.x2, result.y2, 0, 2, edgeColor, "gauge");
-        work.shapes.AddCrossLine(result.center_x, result.center_y, 5, 0, 1, edgeColor, "gauge");
+        work.shapes.AddLine(result.first.x, result.first.y, result.second.x, result.second.y, 0, 2, edgeColor,
+                            "gauge");
+        work.shapes.AddCrossLine(result.center.x, result.center.y, 5, 0, 1, edgeColor, "gauge");
     }
     work.findings.push_back(std::move(findings));
 }
@@ -99,7 +107,9 @@ std::vector<Step> gaugeSteps()
                0,
                0,
                {"vertical", "horizontal"}},
-              {"step", Kind::Integer, 1, "Columns between scan lines of a horizontal edge", 1, 10000},
+              {"spacing", Kind::Integer, 1, "Columns between scan lines of a horizontal edge", 1, 10000},
+              {"bands", Kind::Integer, 1,
+               "Parts of a horizontal edge that each step anew; the library takes one a processor", 1, 4096},
               threshold},
              gaugeLine}};
 }

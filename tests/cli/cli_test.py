@@ -201,6 +201,18 @@ class CommandLine(unittest.TestCase):
         sample = json.loads(self.run_program("sample", self.picture, "--at", "0,10,9,10", "--levels", "100..255", "--json").stdout)
         self.assertEqual([p["x"] for p in sample["pixels"]], list(range(5, 10)))
 
+    def test_a_stepping_gauge_measures_the_same_on_every_machine(self):
+        ragged = self.write("s.bmp", bmp(80, 60, lambda x, y: 200 if y > 40 - x // 4 + x % 3 else 10))
+        options = ["gauge", "line", ragged, "--direction", "horizontal", "-t", "100", "--json"]
+        lines = lambda *more: json.loads(self.run_program(*options, "--box", "5,3,75,57", *more).stdout)["lines"]
+        three = lines("--step", "7", "--bands", "3")
+        self.assertNotEqual(three, lines("--spacing", "7"))
+        step = {"step": "gauge-line", "box": [5, 3, 75, 57], "direction": "horizontal", "threshold": 100, "spacing": 7, "bands": 3}
+        recipe = self.write("gauge.json", json.dumps({"steps": [step]}).encode())
+        self.assertEqual(json.loads(self.run_program("run", recipe, ragged).stdout)["steps"][0]["lines"], three)
+        # One column has no direction: nothing is found, rather than ends far outside the picture.
+        self.assertEqual(json.loads(self.run_program(*options, "--box", "30,3,30,57", code=1).stdout)["lines"], [])
+
     def test_a_printed_label_is_read_in_shifted_light(self):
         taught = self.write("taught.bmp", label(["0123456789"], 60, 180))
         (self.folder / "digits").mkdir()

@@ -343,23 +343,19 @@ TEST_F(PatternEdit, DrawsCellsGridFrameAndCentreInTheirColours)
     open();
     control<QPushButton>("close")->setFocus();
     const QImage drawn = seen();
-    const auto colorAt = [&](int x, int y) {
-        const double scale = port->devicePixelRatioF();
-        return drawn.pixel(qRound(x * scale), qRound(y * scale));
-    };
     const int high = view->cellHeight();
     for (int y = 0; y < 3; ++y)
         for (int x = 0; x < 4; ++x) {
-            // Beside the centre lines.
-            EXPECT_EQ(qGray(colorAt(x * 15 + 4, y * high + 3)), pattern().at(x, y)) << x << ' ' << y;
+            const QPoint inside(x * 15 + 4, y * high + 3); // beside the centre lines
+            EXPECT_EQ(qGray(drawn.pixel(inside)), pattern().at(x, y)) << x << ' ' << y;
         }
-    EXPECT_EQ(colorAt(15, high - 3), 0xffc0c0c0);
-    EXPECT_EQ(colorAt(3, high), 0xffc0c0c0);
-    EXPECT_EQ(colorAt(0, 5), 0xff000080); // a blue frame
-    EXPECT_EQ(colorAt(60, 5), 0xff000080);
-    EXPECT_EQ(colorAt(30, 5), 0xff800000); // the centre in red
-    EXPECT_EQ(colorAt(5, 3 * high / 2), 0xff800000);
-    EXPECT_EQ(colorAt(61, 5), 0xffffffff);
+    EXPECT_EQ(drawn.pixel(15, high - 3), 0xffc0c0c0);
+    EXPECT_EQ(drawn.pixel(3, high), 0xffc0c0c0);
+    EXPECT_EQ(drawn.pixel(0, 5), 0xff000080); // a blue frame
+    EXPECT_EQ(drawn.pixel(60, 5), 0xff000080);
+    EXPECT_EQ(drawn.pixel(30, 5), 0xff800000); // the centre in red
+    EXPECT_EQ(drawn.pixel(5, 3 * high / 2), 0xff800000);
+    EXPECT_EQ(drawn.pixel(61, 5), 0xffffffff);
 }
 
 TEST_F(PatternEdit, KeysPaintWithoutAMouse)

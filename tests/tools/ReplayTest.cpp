@@ -8,6 +8,7 @@
 #include "view/PictureWriter.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -16,6 +17,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTemporaryDir>
 
@@ -78,6 +80,17 @@ void set(QDialog* dialog, const char* name, int value)
 void setReal(QDialog* dialog, const char* name, double value)
 {
     of<QDoubleSpinBox>(dialog, name)->setValue(value);
+}
+
+void setLevel(QDialog* dialog, int level)
+{
+    of<QCheckBox>(dialog, "autoThreshold")->setChecked(false);
+    set(dialog, "threshold", level);
+}
+
+void choose(QDialog* dialog, const char* radio)
+{
+    of<QRadioButton>(dialog, radio)->setChecked(true);
 }
 
 void lighten(QDialog* dialog)
@@ -143,6 +156,17 @@ const CRect part(7, 9, 61, 48);
 
 /// By rising command; a tool has as many rows as it has calls to make.
 const Row rows[] = {
+    {"blobs", 6601, "CBlobDlg", Proof::Results, false, everything, nullptr},
+    {"sorted dark blobs of a part down to one pixel", 6601, "CBlobDlg", Proof::Results, false, part,
+     [](QDialog* dialog) {
+         setLevel(dialog, 40);
+         choose(dialog, "objectBlack");
+         set(dialog, "minWidth", 1);
+         set(dialog, "minHeight", 1);
+         set(dialog, "maxWidth", 40);
+         of<QComboBox>(dialog, "sort")->setCurrentIndex(7);
+     }},
+    {"blobs of a colour picture's gray form", 6601, "CBlobDlg", Proof::Results, true, part, nullptr},
     {"histogram", 6602, "CHistogramDlg", Proof::Results, false, part, nullptr},
     {"histogram of a colour picture's gray form", 6602, "CHistogramDlg", Proof::Results, true, everything,
      nullptr},
@@ -185,6 +209,29 @@ const Row rows[] = {
      [](QDialog* dialog) { setReal(dialog, "gamma", 0.35); }},
     {"light", 6702, "CLightenDlg", Proof::Effect, false, everything, lighten},
     {"light on a part in colour", 6702, "CLightenDlg", Proof::Effect, true, part, lighten},
+    {"point gauge", 6709, "CPointGauageDlg", Proof::Results, false, part, nullptr},
+    {"point gauge along a rising line from its far end", 6709, "CPointGauageDlg", Proof::Results, true,
+     everything,
+     [](QDialog* dialog) {
+         set(dialog, "x1", 80);
+         set(dialog, "y1", 5);
+         set(dialog, "x2", 3);
+         set(dialog, "y2", 58);
+         choose(dialog, "whiteAndBlack");
+         setLevel(dialog, 90);
+     }},
+    {"line gauge", 6710, "CLineGauageDlg", Proof::Results, false, {4, 8, 21, 28}, nullptr},
+    {"line gauge by steps, whose columns depend on the machine",
+     6710,
+     "CLineGauageDlg",
+     Proof::Results,
+     false,
+     {24, 26, 55, 46},
+     [](QDialog* dialog) {
+         choose(dialog, "directionHorizental");
+         set(dialog, "step", 5);
+         setLevel(dialog, 100);
+     }},
     {"read", 6711, "COcrMatchDlg", Proof::Results, false, everything, readSpecks},
     {"read a part of a colour picture's gray form", 6711, "COcrMatchDlg", Proof::Results, true, part,
      [](QDialog* dialog) {
