@@ -23,6 +23,8 @@ unsigned char toByte(double fraction)
 
 void RGBToHSI(unsigned char r, unsigned char g, unsigned char b, double* h, double* s, double* i)
 {
+    if (!h || !s || !i)
+        return;
     const int sum = r + g + b;
     *h = formula::hueAngle(b, g, r, 180 / std::numbers::pi);
     *s = sum == 0 ? 0 : 1 - 3.0 * formula::smallest(b, g, r) / sum;
@@ -31,6 +33,8 @@ void RGBToHSI(unsigned char r, unsigned char g, unsigned char b, double* h, doub
 
 void HSIToRGB(double h, double s, double i, unsigned char* r, unsigned char* g, unsigned char* b)
 {
+    if (!r || !g || !b)
+        return;
     if (!std::isfinite(h) || !std::isfinite(s) || !std::isfinite(i)) {
         *r = *g = *b = 0;
         return;
@@ -53,6 +57,8 @@ void HSIToRGB(double h, double s, double i, unsigned char* r, unsigned char* g, 
 void RGBToCMYK(unsigned char r, unsigned char g, unsigned char b, unsigned char* c, unsigned char* m,
                unsigned char* y, unsigned char* k)
 {
+    if (!c || !m || !y || !k)
+        return;
     *c = formula::cyan(b, g, r);
     *m = formula::magenta(b, g, r);
     *y = formula::yellow(b, g, r);
@@ -62,6 +68,8 @@ void RGBToCMYK(unsigned char r, unsigned char g, unsigned char b, unsigned char*
 void CMYKToRGB(unsigned char c, unsigned char m, unsigned char y, unsigned char k, unsigned char* r,
                unsigned char* g, unsigned char* b)
 {
+    if (!r || !g || !b)
+        return;
     const auto left = [k](int ink) { return static_cast<unsigned char>(std::max(0, 255 - ink - k)); };
     *r = left(c);
     *g = left(m);
@@ -75,6 +83,8 @@ unsigned char RGBToGray(unsigned char r, unsigned char g, unsigned char b)
 
 void GrayToRGB(unsigned char gray, unsigned char* r, unsigned char* g, unsigned char* b)
 {
+    if (!r || !g || !b)
+        return;
     *r = *g = *b = gray;
 }
 

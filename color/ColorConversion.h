@@ -2,7 +2,8 @@
 
 #include "platform/Export.h"
 
-/// Conversions of single colours. Channels are 0 .. 255. Safe to call from any thread.
+/// Conversions of single colours. Channels are 0 .. 255. Nothing happens when a pointer is null. Safe to call
+/// from any thread.
 namespace ormalux::color {
 
 /// Hue h in degrees, 0 <= h < 360 and 0 for gray; saturation s = 1 - 3 x min / sum, 0 for black; intensity

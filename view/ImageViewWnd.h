@@ -170,7 +170,7 @@ public:
     void HistoStretch();
 
     // Conversions of single colours (view/ImageViewWndColor.cpp), channels 0 to 255; color/ColorConversion.h
-    // tells the formulas. From any thread; no pointer may be null.
+    // tells the formulas. From any thread.
 
     /// h in degrees, 0 <= h < 360; s and i in 0 to 1.
     static void RGBToHSI(unsigned char r, unsigned char g, unsigned char b, double* h, double* s, double* i);
