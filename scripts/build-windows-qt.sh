@@ -27,8 +27,8 @@ set +e # in a condition the steps inside would not stop at a failure
     set -e
     cd "$work"
     apt-get "${options[@]}" update
-    apt-get "${options[@]}" source --download-only qt6-base qt6-svg qt6-imageformats
-    for module in base svg imageformats; do
+    apt-get "${options[@]}" source --download-only qt6-base qt6-imageformats
+    for module in base imageformats; do
         mkdir "source-$module"
         tar xf qt6-${module}_*.orig.tar.* -C "source-$module" --strip-components=1
     done
@@ -55,14 +55,12 @@ T
         -DFEATURE_testlib=ON "${features[@]}"
     cmake --build build
     cmake --install build
-    # The icons are SVG, and TIFF files are read by a plugin of a module of its own.
-    for module in svg imageformats; do
-        cmake -S "source-$module" -B "build-$module" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-            -DCMAKE_INSTALL_PREFIX="$cache/prefix" -DCMAKE_TOOLCHAIN_FILE="$cache/prefix/lib/cmake/Qt6/qt.toolchain.cmake" \
-            -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$host_cmake" -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
-        cmake --build "build-$module"
-        cmake --install "build-$module"
-    done
+    # TIFF files are read by a plugin of a module of its own.
+    cmake -S source-imageformats -B build-imageformats -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_INSTALL_PREFIX="$cache/prefix" -DCMAKE_TOOLCHAIN_FILE="$cache/prefix/lib/cmake/Qt6/qt.toolchain.cmake" \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$host_cmake" -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
+    cmake --build build-imageformats
+    cmake --install build-imageformats
 ) >"$cache/log" 2>&1
 status=$?
 set -e

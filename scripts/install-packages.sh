@@ -4,7 +4,7 @@
 set -euo pipefail
 
 declare -A groups=(
-    [build]="g++ cmake ninja-build pkg-config libhwy-dev qt6-base-dev libqt6svg6 qt6-svg-dev qt6-image-formats-plugins
+    [build]="g++ cmake ninja-build pkg-config libhwy-dev qt6-base-dev librsvg2-bin qt6-image-formats-plugins
              qt6-l10n-tools qt6-translations-l10n
              nlohmann-json3-dev libcli11-dev fonts-nanum ccache"
     [test]="libgtest-dev libgmock-dev python3 qt6-base-dev-tools xvfb openbox xdotool xclip"

@@ -17,10 +17,10 @@ cmake --build --preset windows
 
 # The folder: programs, modules, the toolkit with its plugins, the compiler's libraries.
 rm -rf "$folder"
-mkdir -p "$folder"/{platforms,imageformats,styles,iconengines,translations}
+mkdir -p "$folder"/{platforms,imageformats,styles,translations}
 cp "$build"/bin/{ormalux,ormalux-view}.exe "$build"/bin/lib{Ormalux,OrmaluxView}.dll "$folder"
-cp "$qt"/bin/Qt6{Core,Gui,Widgets,Svg}.dll "$folder"
-for plugins in platforms imageformats styles iconengines; do
+cp "$qt"/bin/Qt6{Core,Gui,Widgets}.dll "$folder"
+for plugins in platforms imageformats styles; do
     cp "$qt/plugins/$plugins"/*.dll "$folder/$plugins" 2>/dev/null || true
 done
 cp /usr/share/qt6/translations/qtbase_ko.qm "$folder/translations"

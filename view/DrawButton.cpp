@@ -1,6 +1,6 @@
 #include "view/DrawButton.h"
 
-#include "view/SvgIcon.h"
+#include "view/IconPixmap.h"
 
 #include <QKeyEvent>
 #include <QMenu>

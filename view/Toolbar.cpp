@@ -1,6 +1,6 @@
 #include "view/Toolbar.h"
 
-#include "view/SvgIcon.h"
+#include "view/IconPixmap.h"
 #include "view/TipWindow.h"
 
 #include <QMenu>

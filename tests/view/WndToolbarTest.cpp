@@ -1,5 +1,5 @@
 #include "tests/support/WndFixture.h"
-#include "view/SvgIcon.h"
+#include "view/IconPixmap.h"
 #include "view/TipWindow.h"
 
 #include <QAccessible>
