@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <type_traits>
@@ -45,14 +47,14 @@ struct Band
 };
 
 /// The number of bands that every job is cut into: the processors that the module found when it loaded.
-int bandCount();
+ORMALUX_API int bandCount();
 
 /// For tests and the benchmark: cuts jobs into n bands from now on; 0 restores the number found at load. Not
 /// to be called while operations run.
 void setBandCount(int n);
 
 /// The band with the given index of bands of total / bands indices each; the last one takes the remainder.
-Band bandOf(int index, int bands, std::int64_t total);
+ORMALUX_API Band bandOf(int index, int bands, std::int64_t total);
 
 /// What a whole job takes on one core, estimated: it decides whether waking workers pays.
 struct JobCost

@@ -3,6 +3,7 @@
 #include "image/GrayView.h"
 #include "measure/Growable.h"
 #include "measure/kernels/BlobKernels.h"
+#include "platform/Export.h"
 
 #include <bit>
 #include <cstdint>
@@ -23,7 +24,7 @@ struct ObjectLevels
 /// Objects of exactly one level; none outside 0 .. 255.
 ObjectLevels levelsEqualTo(int value);
 /// Objects brighter than the threshold (color 255) or not brighter (color 0); other colours find nothing.
-ObjectLevels levelsOfColor(int threshold, int color);
+ORMALUX_API ObjectLevels levelsOfColor(int threshold, int color);
 
 /// Part of an image; right and bottom lie outside. Empty when reversed.
 struct BlobRegion
@@ -38,7 +39,7 @@ struct BlobRegion
 
 /// The region as a caller gives it: left and top below 0 become 0, right and bottom below 0 or beyond the
 /// image its edge. The corners are not swapped.
-BlobRegion blobRegion(int width, int height, int left, int top, int right, int bottom);
+ORMALUX_API BlobRegion blobRegion(int width, int height, int left, int top, int right, int bottom);
 
 /// Extents in pixels that a blob must have, both ends included.
 struct BlobSizes
@@ -70,7 +71,7 @@ struct Blob
 /// in the pixels and the runs, the memory in the labels, which are fewer than the runs.
 ///
 /// Keeps its memory for the next search. One thread at a time.
-class BlobFinder
+class ORMALUX_API BlobFinder
 {
 public:
     /// Finds every blob of the region. False, with none found, when memory is short. The pixels must stay as

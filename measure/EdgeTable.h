@@ -3,6 +3,7 @@
 #include "image/GrayView.h"
 #include "measure/LineGauge.h"
 #include "measure/PointGauge.h"
+#include "platform/Export.h"
 #include "platform/Types.h"
 
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace ormalux {
 
 /// The strongest edges of the scan lines of a line gauge, each line measured at most once. Lines outside the
 /// picture are those of its border.
-class EdgeTable
+class ORMALUX_API EdgeTable
 {
 public:
     EdgeTable(const ConstGrayView& view, const LineGaugeTask& task);

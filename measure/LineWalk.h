@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/Types.h"
 
 #include <cstdint>
@@ -19,7 +20,7 @@ struct Steps
 /// A line's pixels as single steps along its longer axis (y when both are equal), toward larger coordinates
 /// whatever the order of the ends; the other coordinate is the rounded one, halves staying nearer to the
 /// start.
-class LineWalk
+class ORMALUX_API LineWalk
 {
 public:
     LineWalk(POINT from, POINT to);

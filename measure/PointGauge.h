@@ -2,6 +2,7 @@
 
 #include "image/GrayView.h"
 #include "measure/kernels/GaugeKernels.h"
+#include "platform/Export.h"
 #include "platform/Types.h"
 
 #include <optional>
@@ -21,11 +22,11 @@ struct GaugeLine
 };
 
 /// view must not be empty.
-GaugeLine gaugeLine(const ConstGrayView& view, std::int64_t x1, std::int64_t y1, std::int64_t x2,
-                    std::int64_t y2);
+ORMALUX_API GaugeLine gaugeLine(const ConstGrayView& view, std::int64_t x1, std::int64_t y1, std::int64_t x2,
+                                std::int64_t y2);
 
 /// The automatic threshold of the rectangle with these corners; 0 when it leaves the picture or has no edges.
-int edgeThreshold(const ConstGrayView& view, POINT corner1, POINT corner2);
+ORMALUX_API int edgeThreshold(const ConstGrayView& view, POINT corner1, POINT corner2);
 
 /// The steps that are edges of the polarity: 0 from dark to bright along the walk, 1 from bright to dark;
 /// bright is above the threshold. Nothing for other polarities, for the threshold 0, which asks for no
