@@ -2,6 +2,172 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="ko">
 <context>
+    <name>BlobDlg</name>
+    <message>
+        <source>Blob</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Object</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>임계값보다 밝은 영역</source>
+        <translation>Regions brighter than the threshold</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>임계값보다 밝지 않은 영역</source>
+        <translation>Regions not brighter than the threshold</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smallest Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>~</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Largest Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smallest Height</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Largest Height</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scan Order</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pixel Count</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CBlobDlg</name>
+    <message>
+        <source>취소했습니다.</source>
+        <translation>Cancelled.</translation>
+    </message>
+    <message>
+        <source>영상이 없습니다.</source>
+        <translation>There is no picture.</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Threshold: %1   Count: %2   Pixels: %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>메모리가 부족합니다.</source>
+        <translation>There is too little memory.</translation>
+    </message>
+    <message>
+        <source>영역에 경계가 없습니다.</source>
+        <translation>There is no edge in the region.</translation>
+    </message>
+    <message>
+        <source>최소 크기가 최대 크기보다 큽니다.</source>
+        <translation>The smallest size is larger than the largest.</translation>
+    </message>
+    <message>
+        <source>찾은 것이 없습니다.</source>
+        <translation>Nothing was found.</translation>
+    </message>
+    <message>
+        <source>너무 많아 목록에 싣지 않았습니다. 크기 범위를 좁히십시오.</source>
+        <translation>Too many to list. Narrow the range of sizes.</translation>
+    </message>
+    <message>
+        <source>처음 %1개만 목록에, 처음 %2개만 영상에 표시합니다.</source>
+        <translation>The first %1 are listed, the first %2 are drawn in the picture.</translation>
+    </message>
+    <message>
+        <source>처음 %1개만 영상에 표시합니다.</source>
+        <translation>The first %1 are drawn in the picture.</translation>
+    </message>
+</context>
+<context>
     <name>CHistogramDlg</name>
     <message>
         <source>영상이 없습니다.</source>
@@ -268,6 +434,77 @@
     </message>
 </context>
 <context>
+    <name>CLineGauageDlg</name>
+    <message>
+        <source>영상이 없습니다.</source>
+        <translation>There is no picture.</translation>
+    </message>
+    <message>
+        <source>x1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>y1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>x2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>y2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Center X</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Center Y</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>영역에 경계가 없습니다.</source>
+        <translation>There is no edge in the region.</translation>
+    </message>
+    <message>
+        <source>임계값이 0이면 측정하지 않습니다.</source>
+        <translation>A threshold of 0 measures nothing.</translation>
+    </message>
+    <message>
+        <source>영역이 너무 작아 측정할 수 없습니다.</source>
+        <translation>The region is too small to measure.</translation>
+    </message>
+    <message>
+        <source>영역의 중심선 위에 경계가 없습니다.</source>
+        <translation>There is no edge on the centre line of the region.</translation>
+    </message>
+    <message>
+        <source>경계를 찾지 못했습니다.</source>
+        <translation>No edge was found.</translation>
+    </message>
+    <message>
+        <source>Lines: %1 / %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1°</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>-</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(%1, %2) - (%3, %4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>CMatchDlg</name>
     <message>
         <source>취소했습니다.</source>
@@ -387,6 +624,57 @@
     </message>
 </context>
 <context>
+    <name>CPointGauageDlg</name>
+    <message>
+        <source>영상에서 마우스로 선을 그리십시오.</source>
+        <translation>Draw a line in the picture with the mouse.</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>영상이 없습니다.</source>
+        <translation>There is no picture.</translation>
+    </message>
+    <message>
+        <source>영역에 경계가 없습니다.</source>
+        <translation>There is no edge in the region.</translation>
+    </message>
+    <message>
+        <source>임계값이 0이면 측정하지 않습니다.</source>
+        <translation>A threshold of 0 measures nothing.</translation>
+    </message>
+    <message>
+        <source>선 위에서 경계를 찾지 못했습니다.</source>
+        <translation>No edge was found on the line.</translation>
+    </message>
+    <message>
+        <source>Best: -</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Best: (%1, %2)   Contrast: %3   Count: %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>CThresholdDlg</name>
     <message>
         <source>영상이 없습니다.</source>
@@ -497,6 +785,73 @@
     </message>
     <message>
         <source>Contrast (%)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LineGauageDlg</name>
+    <message>
+        <source>Line Gauage</source>
+        <translation>Line Gauge</translation>
+    </message>
+    <message>
+        <source>Polarity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Black → White</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>어두운 쪽에서 밝은 쪽으로: 왼쪽에서 오른쪽, 위에서 아래</source>
+        <translation>From dark to bright: left to right, top to bottom</translation>
+    </message>
+    <message>
+        <source>White → Black</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>밝은 쪽에서 어두운 쪽으로: 왼쪽에서 오른쪽, 위에서 아래</source>
+        <translation>From bright to dark: left to right, top to bottom</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>세로 방향의 경계: 행을 따라 찾습니다.</source>
+        <translation>A vertical edge: looked for along the rows.</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>가로 방향의 경계: 열을 따라 찾습니다.</source>
+        <translation>A horizontal edge: looked for along the columns.</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>측정하는 열 사이의 간격입니다. 세로 방향의 경계는 모든 행을 측정합니다.</source>
+        <translation>Columns from one that is measured to the next. For a vertical edge every row is measured.</translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ends</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -633,7 +988,7 @@
     <name>OcrSrcDlg</name>
     <message>
         <source>Ocr Source</source>
-        <translation type="unfinished"></translation>
+        <translation>OCR Source</translation>
     </message>
     <message>
         <source>&amp;Key:</source>
@@ -735,6 +1090,81 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     <message>
         <source>닫기</source>
         <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>PointGauageDlg</name>
+    <message>
+        <source>Point Gauage</source>
+        <translation>Point Gauge</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>x1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>y1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>선 그리기</source>
+        <translation>Draw Line</translation>
+    </message>
+    <message>
+        <source>영상에서 마우스로 선을 그립니다.</source>
+        <translation>Draws a line in the picture with the mouse.</translation>
+    </message>
+    <message>
+        <source>x2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>y2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>영역 중앙</source>
+        <translation>Region Middle</translation>
+    </message>
+    <message>
+        <source>영역의 가운데 행을 따라 측정합니다.</source>
+        <translation>Measures along the middle row of the region.</translation>
+    </message>
+    <message>
+        <source>Polarity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Black → White</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>어두운 쪽에서 밝은 쪽으로: 왼쪽에서 오른쪽, 위에서 아래</source>
+        <translation>From dark to bright: left to right, top to bottom</translation>
+    </message>
+    <message>
+        <source>White → Black</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>밝은 쪽에서 어두운 쪽으로: 왼쪽에서 오른쪽, 위에서 아래</source>
+        <translation>From bright to dark: left to right, top to bottom</translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>선을 따른 밝기입니다. 끌어서 임계값을 바꿉니다.</source>
+        <translation>Levels along the line. Drag to change the threshold.</translation>
     </message>
 </context>
 <context>
@@ -861,7 +1291,7 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Gassian 3x3</source>
-        <translation type="unfinished"></translation>
+        <translation>Gaussian 3x3</translation>
     </message>
     <message>
         <source>Sharpen</source>
@@ -885,6 +1315,13 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Sobel, vertical</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ormalux::ProfilePlot</name>
+    <message>
+        <source>(%1, %2): %3</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -962,7 +1399,7 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Ocr Match Source Files (*.ocs) (*.ocs)</source>
-        <translation type="unfinished"></translation>
+        <translation>OCR Match Source Files (*.ocs) (*.ocs)</translation>
     </message>
     <message>
         <source>읽을 수 없거나 Match 소스가 아닙니다: %1</source>
