@@ -65,6 +65,7 @@ Options parseOptions(const QStringList& arguments)
     Options options;
     CLI::App program{"Ormalux's viewer: looks at pictures, measures in them and tries tools on them.",
                      "ormalux-view"};
+    program.allow_windows_style_options(false); // a slash begins a path on every system
     program.footer("Exit code: 0 done, 2 bad usage or input.");
     program.set_version_flag("--version", "ormalux-view " ORMALUX_VERSION);
     program.get_formatter()->column_width(34);

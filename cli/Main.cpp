@@ -1,18 +1,22 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/Input.h"
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <exception>
 
 using namespace ormalux::cli;
 
 namespace {
 
-int runProgram(int argc, char** argv)
+int runProgram(std::vector<std::string> arguments)
 {
-    CLI::App program{"Ormalux: measures and finds parts in camera pictures, without a display."};
+    CLI::App program{"Ormalux: measures and finds parts in camera pictures, without a display.", "ormalux"};
+    program.allow_windows_style_options(false); // a slash begins a path on every system
     program.footer("Exit code: 0 done, 1 nothing found, 2 bad usage or input.\n"
                    "'ormalux COMMAND --help' tells a command's options.");
     program.set_version_flag("--version", "ormalux " ORMALUX_VERSION);
@@ -38,7 +42,8 @@ int runProgram(int argc, char** argv)
     addRecipe(program, chosen);
 
     try {
-        program.parse(argc, argv);
+        std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
+        program.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         const int code = program.exit(error);
         return code == 0 ? Done : BadInput;
@@ -47,7 +52,7 @@ int runProgram(int argc, char** argv)
         return chosen();
     } catch (const InputError& error) {
         std::fprintf(stderr, "ormalux: %s\n", error.what());
-    } catch (const CLI::ParseError& error) {
+    } catch (const std::exception& error) {
         std::fprintf(stderr, "ormalux: %s\n", error.what());
     }
     return BadInput;
@@ -57,11 +62,17 @@ int runProgram(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    const Console console;
     // Fonts and picture readers without a display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef Q_OS_WIN
+    // Without a display the toolkit does not look for the system's fonts.
+    if (!qEnvironmentVariableIsSet("QT_QPA_FONTDIR"))
+        qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "/Fonts");
+#endif
     // What is wrong with a picture is told by the reader, in one line that names it.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int qtArguments = 1;
     const QGuiApplication application(qtArguments, argv);
-    return runProgram(argc, argv);
+    return runProgram(programArguments(argc, argv));
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""cli_test.py ORMALUX: runs the command line as an operator does, on pictures drawn here."""
+"""cli_test.py [EMULATOR] ORMALUX: runs the command line as an operator does, on pictures drawn here."""
 import json
 import os
 import pathlib
@@ -10,7 +10,7 @@ import sys
 import tempfile
 import unittest
 
-PROGRAM = None
+PROGRAM = []
 
 
 def bmp(width, height, pixel, bits=8, rows_top_down=False):
@@ -74,8 +74,8 @@ class CommandLine(unittest.TestCase):
         return str(path)
 
     def run_program(self, *arguments, code=0):
-        done = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, timeout=120,
-                              cwd=self.folder, check=False)
+        done = subprocess.run([*PROGRAM, *map(str, arguments)], capture_output=True, text=True, timeout=120,
+                              encoding="utf-8", cwd=self.folder, check=False)
         self.assertEqual(done.returncode, code, f"{arguments}\n{done.stdout}\n{done.stderr}")
         return done
 
@@ -293,6 +293,15 @@ class CommandLine(unittest.TestCase):
             self.assertIn("kernel", self.run_program("recipe", "check", recipe, code=2).stderr)
         self.run_program("run", self.write("r.json", b'{"steps":[{"step":"blur","roi":[0,0,43,5]}]}'), "g.bmp", code=2)
 
+    def test_the_shell_or_the_program_expands_wildcards(self):
+        for name in ("나사 2.bmp", "나사 1.bmp", "a.bmp"):
+            self.write(name, bmp(101, 47, parts))
+        windows = PROGRAM[-1].endswith(".exe")  # whose shells leave it to the program
+        names = ["나사*.bmp"] if windows else ["나사 1.bmp", "나사 2.bmp"]
+        lines = self.run_program("info", *names, "--json").stdout.splitlines()
+        self.assertEqual([json.loads(line)["file"] for line in lines], ["나사 1.bmp", "나사 2.bmp"])
+        self.assertIn("nothing*.bmp", self.run_program("info", "nothing*.bmp", code=2).stderr)
+
     def test_help_is_enough(self):
         for words in ([], ["blobs"], ["match"], ["source", "cut"], ["process"], ["run"], ["recipe"], ["gauge", "line"], ["ocr"]):
             text = self.run_program(*words, "--help").stdout
@@ -300,5 +309,5 @@ class CommandLine(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    PROGRAM = sys.argv.pop(1)
-    unittest.main(verbosity=1)
+    PROGRAM = sys.argv[1:]
+    unittest.main(argv=sys.argv[:1], verbosity=1)
