@@ -1,6 +1,9 @@
 #include "app/Console.h"
 
+#include <QByteArray>
+
 #include <cstdio>
+#include <string>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -34,8 +37,12 @@ void print(ExitCode code, const QString& text)
     // A windowed program has no output of its own; it borrows that of the console it was started from.
     if (!GetStdHandle(code == Done ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE) &&
         AttachConsole(ATTACH_PARENT_PROCESS)) {
-        std::freopen("CONOUT$", "w", stdout);
-        std::freopen("CONOUT$", "w", stderr);
+        const HANDLE console =
+            CreateFileW(L"CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+        const std::wstring line = (text.trimmed() + QLatin1Char('\n')).toStdWString();
+        WriteConsoleW(console, line.data(), DWORD(line.size()), nullptr, nullptr);
+        CloseHandle(console);
+        return;
     }
 #endif
     std::FILE* const stream = code == Done ? stdout : stderr;

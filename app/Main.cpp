@@ -34,6 +34,17 @@ bool open(MainWindow& window, const Options& options)
     return well;
 }
 
+/// The toolkit renders to memory, with the system's fonts.
+void showNothing()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef Q_OS_WIN
+    // Without a display the toolkit does not look for them itself.
+    if (!qEnvironmentVariableIsSet("QT_QPA_FONTDIR"))
+        qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "/Fonts");
+#endif
+}
+
 int runProgram(int argc, char** argv)
 {
     const Options options = parseOptions(programArguments(argc, argv));
@@ -43,7 +54,7 @@ int runProgram(int argc, char** argv)
     }
     const bool grabbing = !options.grab.isEmpty();
     if (grabbing)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        showNothing();
     // What is wrong with a picture is told by the viewer, in the operator's language.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int toolkitArguments = 1;

@@ -13,7 +13,8 @@ namespace ormalux::viewer {
 
 namespace {
 
-const QString ownFace = QStringLiteral("NanumGothic");
+/// Faces with Latin and Korean letters, those of Windows first.
+const QString ownFaces[] = {QStringLiteral("Malgun Gothic"), QStringLiteral("NanumGothic")};
 
 /// Installs a file of texts, or nothing when there is none.
 void install(QPointer<QTranslator>& installed, const QStringList& files)
@@ -34,10 +35,14 @@ void useOneFace()
 {
     QFont font = QApplication::font();
     const auto systems = QFontDatabase::writingSystems(QFontInfo(font).family());
-    if (systems.contains(QFontDatabase::Korean) || !QFontDatabase::families().contains(ownFace))
+    if (systems.contains(QFontDatabase::Korean))
         return;
-    font.setFamily(ownFace);
-    QApplication::setFont(font);
+    const QStringList present = QFontDatabase::families();
+    for (const QString& face : ownFaces)
+        if (present.contains(face)) {
+            font.setFamily(face);
+            return QApplication::setFont(font);
+        }
 }
 
 } // namespace

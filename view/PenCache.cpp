@@ -60,9 +60,11 @@ int letterHeight(int height)
 
 void substituteFace()
 {
-#if !defined(_WIN32)
-    QFont::insertSubstitution(QString::fromUtf8(displayFace), QStringLiteral("NanumGothic"));
-#endif
+    // Windows has the face itself, though only under its Latin name and only where Korean was installed; the
+    // second is on each of them.
+    QFont::insertSubstitutions(
+        QString::fromUtf8(displayFace),
+        {QStringLiteral("Gulim"), QStringLiteral("Malgun Gothic"), QStringLiteral("NanumGothic")});
 }
 
 } // namespace
