@@ -13,6 +13,8 @@
 #if defined(__GLIBC__)
 #include <malloc.h>
 #include <unistd.h>
+#elif defined(_WIN32)
+#include <malloc.h>
 #endif
 
 namespace {
@@ -68,6 +70,10 @@ Memory memoryNow()
             now.resident = resident * std::size_t(sysconf(_SC_PAGESIZE));
         std::fclose(file);
     }
+#elif defined(_WIN32)
+    _HEAPINFO block{};
+    while (_heapwalk(&block) == _HEAPOK)
+        now.heap += block._useflag == _USEDENTRY ? block._size : 0;
 #endif
     return now;
 }
