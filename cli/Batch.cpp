@@ -4,6 +4,8 @@
 #include "cli/Progress.h"
 #include "platform/Path.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cstdio>
 #include <new>

@@ -2,11 +2,13 @@
 
 #include "cli/Report.h"
 
-#include <CLI/CLI.hpp>
-
 #include <functional>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace ormalux::cli {
 

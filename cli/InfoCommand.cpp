@@ -3,6 +3,8 @@
 #include "cli/Input.h"
 #include "cli/Step.h"
 
+#include <CLI/CLI.hpp>
+
 #include <memory>
 
 namespace ormalux::cli {

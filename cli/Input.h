@@ -3,8 +3,6 @@
 #include "cli/Values.h"
 #include "image/VisionImage.h"
 
-#include <CLI/CLI.hpp>
-
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/Input.h"
 
+#include <CLI/CLI.hpp>
 #include <QGuiApplication>
 
 #include <algorithm>

@@ -3,6 +3,8 @@
 #include "cli/Commands.h"
 #include "cli/Step.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <memory>
 

@@ -6,6 +6,8 @@
 #include "cli/Recipe.h"
 #include "platform/File.h"
 
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
 #include <memory>
 

@@ -5,6 +5,8 @@
 #include "cli/Step.h"
 #include "cli/Values.h"
 
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
 #include <memory>
 

@@ -2,6 +2,8 @@
 
 #include "platform/Path.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>

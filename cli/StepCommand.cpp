@@ -4,6 +4,8 @@
 #include "cli/HistogramPlot.h"
 #include "cli/Step.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <map>
 #include <memory>

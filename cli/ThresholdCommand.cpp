@@ -4,6 +4,8 @@
 #include "cli/Step.h"
 #include "cli/Values.h"
 
+#include <CLI/CLI.hpp>
+
 #include <memory>
 
 namespace ormalux::cli {
