@@ -14,9 +14,15 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(ORMALUX_PRECOMPILE OFF) # other compilers and the compiler cache do not get along over them
+endif()
+
 find_program(ORMALUX_CCACHE ccache)
 if(ORMALUX_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${ORMALUX_CCACHE})
+  # Precompiled headers are cached, too.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+    CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${ORMALUX_CCACHE})
 endif()
 
 find_package(Threads REQUIRED)
@@ -49,6 +55,15 @@ if(MINGW)
   target_compile_definitions(ormalux_options INTERFACE
     NOMINMAX WIN32_LEAN_AND_MEAN ORMALUX_NARROW_VECTORS)
 endif()
+
+# ormalux_precompile(<target> <header>...): parses large foreign headers once for all sources of the target. Sources
+# include what they use all the same.
+function(ormalux_precompile target)
+  if(ORMALUX_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    target_compile_options(${target} PRIVATE -fpch-preprocess) # lets the compiler cache look inside
+  endif()
+endfunction()
 
 # ormalux_sources(<variable> <folder>...): the .cpp files of the folders and of their kernels.
 function(ormalux_sources variable)
