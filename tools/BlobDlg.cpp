@@ -3,9 +3,13 @@
 #include "image/VisionImage.h"
 #include "tools/GaugeStrokes.h"
 #include "tools/LatestJob.h"
+#include "tools/SourceSaving.h"
 #include "ui_BlobDlg.h"
 
+#include <QAction>
+
 #include <algorithm>
+#include <tuple>
 
 using ormalux::BlobTool;
 using ormalux::ResultList;
@@ -27,6 +31,7 @@ CBlobDlg::CBlobDlg(ormalux::ToolHost& host, QWidget* parent)
     m_ui->setupUi(this);
     m_ui->level->setAutomatic(true);
     setUpSizes();
+    addSaving();
     attach("CBlobDlg", m_ui->buttons, m_ui->results);
     connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, &CBlobDlg::refresh);
     connect(m_ui->objectWhite, &QRadioButton::toggled, this, &CBlobDlg::refresh);
@@ -50,6 +55,28 @@ void CBlobDlg::setUpSizes()
         field->setValue(value);
         connect(field, &QSpinBox::valueChanged, this, &CBlobDlg::refresh);
     }
+}
+
+void CBlobDlg::addSaving()
+{
+    const std::tuple<const char*, QString, ormalux::SourceKind> items[] = {
+        {"saveOcrSource", tr("Save Ocr Source File ..."), ormalux::SourceKind::Character},
+        {"saveMatchSource", tr("Save Match Source File ..."), ormalux::SourceKind::Pattern}};
+    for (const auto& [name, text, kind] : items) {
+        auto* const action = new QAction(text, m_ui->results);
+        action->setObjectName(QLatin1String(name));
+        connect(action, &QAction::triggered, this, [this, kind = kind] { saveChosen(kind); });
+        m_ui->results->addAction(action);
+    }
+}
+
+/// The chosen blob's box as a source at the level by which the blob was found.
+void CBlobDlg::saveChosen(ormalux::SourceKind kind)
+{
+    const int index = m_ui->results->selectedResult();
+    if (index >= 0)
+        ormalux::saveSource(host(), results()->results().rows[std::size_t(index)].box, kind,
+                            m_ui->level->value(), this);
 }
 
 const ormalux::Tool& CBlobDlg::read()

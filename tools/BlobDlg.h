@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/BlobTool.h"
+#include "tools/SourceFile.h"
 #include "tools/ToolDialog.h"
 
 #include <memory>
@@ -26,6 +27,8 @@ protected:
 
 private:
     void setUpSizes();
+    void addSaving();
+    void saveChosen(ormalux::SourceKind kind);
     void showFound(const ormalux::BlobTool::Found& found, ormalux::ResultList list);
     void forget();
     void draw();

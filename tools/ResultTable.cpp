@@ -161,6 +161,11 @@ void ResultTable::openMenu(const QPoint& at)
         ->setObjectName(QStringLiteral("exportResults"));
     for (QAction* const action : menu->actions())
         action->setEnabled(m_model->rowCount() > 0);
+    menu->addSeparator();
+    for (QAction* const action : actions()) {
+        action->setEnabled(selectedResult() >= 0);
+        menu->addAction(action);
+    }
     menu->popup(viewport()->mapToGlobal(at));
 }
 

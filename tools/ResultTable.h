@@ -9,7 +9,8 @@ namespace ormalux {
 class ResultModel;
 
 /// A list of results, named `results`: sorts by a click on a header, copies the selected rows (all when none
-/// is selected) with the headers by Ctrl+C or its menu, and exports all as CSV. Results are known by their
+/// is selected) with the headers by Ctrl+C or its menu, and exports all as CSV. Actions added to
+/// the widget are for the selected result and stand in the menu too. Results are known by their
 /// index in the list given, however they are sorted.
 class ResultTable : public QTableView
 {

@@ -22,8 +22,8 @@ struct KindTexts
     const char* suffix;
 };
 constexpr KindTexts texts[] = {
-    {"Match Source", "Match Source Files (*.mcs) (*.mcs);;All Files (*.*) (*.mcs)", "mcs"},
-    {"Ocr Source", "Ocr Source Files (*.ocs) (*.ocs);;All Files (*.*) (*.ocs)", "ocs"}};
+    {"Match Source", "Match Source Files (*.mcs) (*.mcs);;All Files (*.*) (*.mcs)", "MCS"},
+    {"Ocr Source", "Ocr Source Files (*.ocs) (*.ocs);;All Files (*.*) (*.ocs)", "OCS"}};
 
 QString text(const char* source)
 {

@@ -147,7 +147,11 @@ void CKestView::mouseReleaseEvent(QMouseEvent* event)
     else
         m->drag = {};
     chooseCursor(event->position());
-    if (click && m->image.valueAt(pixel.x, pixel.y))
+    const auto hit = [this, pixel] {
+        const std::lock_guard guard(m->lock);
+        return m->image.valueAt(pixel.x, pixel.y).has_value();
+    };
+    if (click && hit())
         Q_EMIT pixelClicked(pixel.x, pixel.y);
 }
 

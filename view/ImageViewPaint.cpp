@@ -112,19 +112,20 @@ void CKestView::requestPaint()
 
 void CKestView::pictureChanged()
 {
-    if (QThread::currentThread() != thread()) {
-        QMetaObject::invokeMethod(
-            this, [this] { pictureChanged(); }, Qt::QueuedConnection);
-        return;
-    }
     {
         const Guard guard(m->lock);
-        m->file.clear();
+        m->file.clear(); // at once: who loads a file names it next
         m->preview.reset();
     }
-    updateScrollSizes();
-    viewport()->update();
-    Q_EMIT imageChanged();
+    const auto show = [this] {
+        updateScrollSizes();
+        viewport()->update();
+        Q_EMIT imageChanged();
+    };
+    if (QThread::currentThread() == thread())
+        show();
+    else
+        QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
 void CKestView::tellEdited()

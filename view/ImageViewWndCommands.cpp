@@ -82,12 +82,11 @@ constexpr OneStep oneSteps[] = {
     {6632, "Laplacian", &CKestWnd::Laplacian, false},
 };
 
-/// Runs the operation, paints at once and leaves its example program on the clipboard.
+/// Runs the operation, paints at once and leaves its example program on the clipboard, without a picture too:
+/// a host that sends the command wants the program.
 void runStep(CKestWnd& window, const OneStep& step)
 {
-    if (!window.GetImagePtr())
-        return;
-    if (step.grayOnly && window.GetBitCount() != 8)
+    if (step.grayOnly && window.GetImagePtr() && window.GetBitCount() != 8)
         return ormalux::showMessage(
             window, QString::fromLatin1(step.name),
             ormalux::windowText(QT_TRANSLATE_NOOP("CKestWnd", "흑백 그림에서만 실행할 수 있습니다.")));

@@ -1,7 +1,14 @@
 #include "tests/support/GaugeFixture.h"
+#include "tests/support/SourceFiles.h"
 #include "tools/LatestJob.h"
 
+#include <QAction>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -143,6 +150,54 @@ TEST_F(BlobDlg, BoxesEncloseTheBlobsAndAreLinkedWithTheRows)
     QTest::keyClick(dialog, Qt::Key_Escape);
     settle();
     EXPECT_EQ(view->GetOverlays().GetCount(), 0);
+}
+
+TEST_F(BlobDlg, TheChosenBlobIsSavedAsASourceAtTheLevelThatFoundIt)
+{
+    CKestImage image = dots(6, 5);
+    image.SetPixel(11, 6, 90); // a corner of the chosen blob that is dark at 100 and bright at its own level
+    show(image);
+    setArea(5, 2, 20, 18);
+    QDialog* const dialog = openBlobs();
+    setLevel(dialog, 100);
+    finish();
+    EXPECT_FALSE(dialog->findChild<QFileDialog*>("sourceFile"));
+    clickPixel(10, 7);
+    const int chosen = table(dialog)->selectedResult();
+    ASSERT_GE(chosen, 0);
+    const CRect box = table(dialog)->results().rows[std::size_t(chosen)].box;
+    ASSERT_TRUE(box.left == 10 && box.top == 6 && box.right == 11 && box.bottom == 7);
+    QTemporaryDir folder;
+    const struct
+    {
+        const char *item, *dialog, *suffix;
+        int key;
+    } kinds[] = {{"saveMatchSource", "CMatchSrcDlg", "MCS", 0}, {"saveOcrSource", "COcrSrcDlg", "OCS", '7'}};
+    for (const auto& kind : kinds) {
+        Q_EMIT table(dialog)->customContextMenuRequested({5, 5});
+        QMenu* const menu = table(dialog)->findChild<QMenu*>();
+        QAction* const item = table(dialog)->findChild<QAction*>(kind.item);
+        ASSERT_TRUE(menu && item && menu->actions().contains(item) && item->isEnabled());
+        menu->close();
+        item->trigger();
+        settle();
+        const QPointer<QDialog> key = dialog->findChild<QDialog*>(kind.dialog);
+        ASSERT_TRUE(key);
+        if (kind.key)
+            control<QLineEdit>(key, "key")->setText("7x");
+        key->accept();
+        settle();
+        auto* const files = dialog->findChild<QFileDialog*>("sourceFile");
+        ASSERT_TRUE(files);
+        EXPECT_EQ(files->defaultSuffix(), kind.suffix);
+        const QString path = folder.filePath(kind.suffix);
+        Q_EMIT files->fileSelected(path);
+        delete files;
+        delete key;
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), testing_support::sourceBytes(image, box, 100, kind.key));
+    }
 }
 
 TEST_F(BlobDlg, ManyBlobsAreAllListedAndTheBoxesLimited)

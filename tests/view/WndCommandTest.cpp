@@ -94,6 +94,18 @@ TEST_F(WndCommand, OneStepItemsEditThePictureAndLeaveTheirProgramOnTheClipboard)
     }
 }
 
+TEST_F(WndCommand, AHostGetsTheProgramWithoutAPicture)
+{
+    QGuiApplication::clipboard()->setText("untouched");
+    for (const Step& step : steps) {
+        EXPECT_TRUE(window.SendCommand(step.command));
+        const QString program = QGuiApplication::clipboard()->text();
+        EXPECT_TRUE(program.contains("int nImageWidth=0;\nint nImageHeight=0;\n")) << step.name;
+        EXPECT_TRUE(program.endsWith(QStringLiteral("image.%1();\n").arg(step.name))) << step.name;
+    }
+    EXPECT_TRUE(message().isEmpty());
+}
+
 TEST_F(WndCommand, ColourPicturesRunWhatTheirImageHasAndRefuseTheRestAloud)
 {
     for (const Step& step : steps) {
