@@ -87,7 +87,7 @@ void CMatchDlg::showFound(const MatchTool::Found& found, const CRect& area)
         return setMessage(m_tool.automatic && m_tool.level == 0 ? tr("영역에 경계가 없습니다.")
                                                                 : tr("찾은 패턴이 없습니다."));
     const ormalux::ResultList list = MatchTool::list(found, area);
-    results()->setResults(list);
+    results()->setResults(list, titles());
     const CRect& box = list.rows.front().box;
     host().addRectangle(patternLayer, box, {boxColor});
     host().addText(patternLayer, {box.left, box.top},
@@ -96,9 +96,15 @@ void CMatchDlg::showFound(const MatchTool::Found& found, const CRect& area)
     host().repaint();
 }
 
+QStringList CMatchDlg::titles() const
+{
+    return {tr("No."),    tr("Left"),       tr("Top"),        tr("Right"),
+            tr("Bottom"), tr("Right-Left"), tr("Bottom-Top"), tr("Yield")};
+}
+
 void CMatchDlg::clearFound()
 {
-    results()->setResults(MatchTool::list({}, {}));
+    results()->setResults(MatchTool::list({}, {}), titles());
     host().clearLayer(patternLayer);
     host().repaint();
 }

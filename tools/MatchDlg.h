@@ -25,6 +25,7 @@ protected:
 
 private:
     void showFound(const ormalux::MatchTool::Found& found, const CRect& area);
+    QStringList titles() const;
     void clearFound();
 
     std::unique_ptr<Ui::MatchDlg> m_ui;

@@ -84,7 +84,7 @@ void COcrMatchDlg::showFound(const OcrMatchTool::Found& found)
 {
     clearFound();
     const ormalux::ResultList list = OcrMatchTool::list(found);
-    results()->setResults(list);
+    results()->setResults(list, titles());
     m_ui->text->setPlainText(QString::fromStdString(OcrMatchTool::text(found)));
     draw(-1);
     if (!found.refused.empty())
@@ -116,9 +116,15 @@ void COcrMatchDlg::draw(int chosen)
     host().repaint();
 }
 
+QStringList COcrMatchDlg::titles() const
+{
+    return {tr("No."),    tr("Char"),   tr("Left"),  tr("Top"),         tr("Right"),
+            tr("Bottom"), tr("Pixels"), tr("Yield"), tr("Black Yield"), tr("White Yield")};
+}
+
 void COcrMatchDlg::clearFound()
 {
-    results()->setResults(OcrMatchTool::list({}));
+    results()->setResults(OcrMatchTool::list({}), titles());
     m_ui->text->clear();
     host().clearLayer(characterLayer);
     host().repaint();

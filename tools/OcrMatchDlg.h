@@ -26,6 +26,7 @@ protected:
 
 private:
     void showFound(const ormalux::OcrMatchTool::Found& found);
+    QStringList titles() const;
     void clearFound();
     void draw(int chosen);
 

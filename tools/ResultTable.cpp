@@ -15,8 +15,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <numeric>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace ormalux {
 
@@ -31,8 +33,8 @@ ResultTable::ResultTable(QWidget* parent) : QTableView(parent), m_model(new Resu
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    connect(m_model, &QAbstractItemModel::layoutChanged, this, &ResultTable::fitColumns);
     connect(this, &QWidget::customContextMenuRequested, this, &ResultTable::openMenu);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         const int index = selectedResult();
@@ -47,6 +49,32 @@ void ResultTable::setResults(ResultList results, const QStringList& titles)
     m_model->setResults(std::move(results), titles);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as given until a header is clicked
     setSortingEnabled(true);
+    fitColumns();
+}
+
+/// As wide as what they show; what is left of the width is shared, so that numbers stay near each other.
+void ResultTable::fitColumns()
+{
+    const int columns = m_model->columnCount();
+    std::vector<int> widths;
+    for (int i = 0; i < columns; ++i)
+        widths.push_back(std::max(sizeHintForColumn(i), horizontalHeader()->sectionSizeHint(i)));
+    const int spare = std::max(0, viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0));
+    for (int i = 0; i < columns; ++i)
+        setColumnWidth(i, widths[std::size_t(i)] + spare * (i + 1) / columns - spare * i / columns);
+}
+
+void ResultTable::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
+}
+
+void ResultTable::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitColumns();
 }
 
 const ResultList& ResultTable::results() const

@@ -43,8 +43,11 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void fitColumns();
     void openMenu(const QPoint& at);
 
     ResultModel* m_model;

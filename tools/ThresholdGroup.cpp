@@ -3,7 +3,9 @@
 #include "tools/NumberSlider.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace ormalux {
@@ -25,6 +27,24 @@ ThresholdGroup::ThresholdGroup(QWidget* parent)
         Q_EMIT changed();
     });
     connect(m_level, &IntegerSlider::valueChanged, this, &ThresholdGroup::changed);
+    keepReadable();
+}
+
+/// A level that was found is a reading, though it cannot be changed.
+void ThresholdGroup::keepReadable()
+{
+    auto* const number = m_level->findChild<QSpinBox*>();
+    QPalette palette;
+    palette.setColor(QPalette::Disabled, QPalette::Text,
+                     number->palette().color(QPalette::Active, QPalette::Text));
+    number->setPalette(palette);
+}
+
+void ThresholdGroup::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        keepReadable();
 }
 
 bool ThresholdGroup::isAutomatic() const

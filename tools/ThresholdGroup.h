@@ -24,11 +24,16 @@ public:
     /// Shows a level, which an automatic threshold may have given; tells nobody.
     void showValue(int level);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 Q_SIGNALS:
     /// The operator moved the level or switched between automatic and fixed.
     void changed();
 
 private:
+    void keepReadable();
+
     QCheckBox* m_automatic;
     IntegerSlider* m_level;
 };

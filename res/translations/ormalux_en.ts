@@ -398,11 +398,11 @@
     </message>
     <message>
         <source>그림 파일 열기</source>
-        <translation>Open a Picture</translation>
+        <translation>Open Picture</translation>
     </message>
     <message>
         <source>그림 파일 저장</source>
-        <translation>Save the Picture</translation>
+        <translation>Save Picture</translation>
     </message>
     <message>
         <source>파일을 읽을 수 없습니다.</source>
@@ -457,11 +457,11 @@
     </message>
     <message>
         <source>Center X</source>
-        <translation type="unfinished"></translation>
+        <translation>Centre X</translation>
     </message>
     <message>
         <source>Center Y</source>
-        <translation type="unfinished"></translation>
+        <translation>Centre Y</translation>
     </message>
     <message>
         <source>Angle</source>
@@ -522,6 +522,38 @@
         <source>찾은 패턴이 없습니다.</source>
         <translation>No pattern was found.</translation>
     </message>
+    <message>
+        <source>No.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right-Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bottom-Top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yield</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CMatchSrcDlg</name>
@@ -555,6 +587,46 @@
     <message>
         <source>찾은 글자가 없습니다.</source>
         <translation>No character was found.</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Char</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yield</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Black Yield</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>White Yield</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1179,7 +1251,7 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Center</source>
-        <translation type="unfinished"></translation>
+        <translation>Centre</translation>
     </message>
     <message>
         <source>&amp;X</source>
@@ -1187,7 +1259,7 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Center X</source>
-        <translation type="unfinished"></translation>
+        <translation>Centre X</translation>
     </message>
     <message>
         <source>&amp;Y</source>
@@ -1195,7 +1267,7 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     </message>
     <message>
         <source>Center Y</source>
-        <translation type="unfinished"></translation>
+        <translation>Centre Y</translation>
     </message>
     <message>
         <source>영상에서 선택</source>

@@ -144,4 +144,27 @@ TEST_F(ResultTableTest, CsvNamesTheColumnsQuotesWhatNeedsItAndIsWrittenAsSorted)
     EXPECT_FALSE(table.exportCsv(folder.path()));
 }
 
+TEST_F(ResultTableTest, ColumnsShareTheWidthAndCutNoNumber)
+{
+    ResultList wide = parts;
+    wide.rows[1].values[1] = 123456789012LL;
+    const auto widths = [this] {
+        std::vector<int> found;
+        for (int i = 0; i < 3; ++i)
+            found.push_back(table.columnWidth(i));
+        return found;
+    };
+    table.setResults(wide);
+    const std::vector<int> roomy = widths();
+    table.resize(120, 400);
+    QApplication::processEvents();
+    const std::vector<int> narrow = widths();
+    EXPECT_EQ(roomy[0] + roomy[1] + roomy[2], 500 - 2 * table.frameWidth());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_NEAR(roomy[i] - narrow[i], roomy[0] - narrow[0], 1) << i;
+        EXPECT_GT(narrow[i],
+                  table.fontMetrics().horizontalAdvance(table.model()->index(1, i).data().toString()));
+    }
+}
+
 } // namespace
