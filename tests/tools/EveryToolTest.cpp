@@ -150,3 +150,56 @@ TEST_F(EveryTool, TheWindowMayGoWithAllOfThemOpenAndAtWork)
     finish();
     EXPECT_EQ(window.findChildren<QDialog*>().size(), 0);
 }
+
+TEST_F(EveryTool, TheScriptsOfTheMatchingDialogsAreTheirTextsToTheLetter)
+{
+    show(Scene{61, 47, 8, {5, 6, 40, 30}});
+    const std::string opening = R"(#include "../LIB2010/ImageViewCtrl/Array.h"
+#include "../LIB2010/ImageViewCtrl/VisionImage.h"
+#include "../LIB2010/ImageViewCtrl/ImageViewWnd.h"
+
+int nImageWidth=61;
+int nImageHeight=47;
+CVisionImage image(nImageWidth, nImageHeight, pImagePtr);
+CMatchSrcArray arMatchSrc;
+CMatchResultArray result;
+
+)";
+    const std::string ending = R"(
+
+//result[0].key;
+//result[0].left;
+//result[0].top;
+//result[0].right;
+//result[0].bottom;
+//result[0].pixel_count;
+//result[0].black_yield;
+//result[0].white_yield;
+//float yield = (result[0].black_yield+result[0].white_yield)/2.0;
+)";
+    const QString path = source();
+    const std::string line = "arMatchSrc.Add(\"" + path.toStdString() + "\");\n";
+    const struct
+    {
+        int command;
+        const char* name;
+        std::string body;
+    } scripts[] = {{6712, "CMatchDlg", line + R"(
+int cnt = image.Match(5, 6, 40, 30, 77, arMatchSrc, result); // 검색된 결과의 갯수
+
+result.SortLeft(); Or result.SortTop(); Or result.SortRight(); Or result.SortBottom(); Or result.SortYieldAverage();)"},
+                   {6711, "COcrMatchDlg", line + line + R"(
+
+int cnt = image.OcrMatch(5, 6, 40, 30, 77, 2, 100, 5, 100, arMatchSrc, result); // 검색된 결과의 갯수
+
+result.SortLeft(); Or result.SortTop(); Or result.SortRight(); Or result.SortBottom();)"}};
+    for (const auto& script : scripts) {
+        QDialog* const dialog = open(script.command, script.name);
+        addSource(dialog, path);
+        addSource(dialog, path);
+        control<QAbstractButton>(dialog, "autoThreshold")->setChecked(false);
+        control<QSlider>(dialog, "thresholdSlider")->setValue(77);
+        click(dialog, "scriptToClipboard");
+        EXPECT_EQ(clipboard(), opening + script.body + ending);
+    }
+}
