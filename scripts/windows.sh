@@ -20,9 +20,9 @@ rm -rf "$folder"
 mkdir -p "$folder"/{platforms,imageformats,styles,translations}
 cp "$build"/bin/{ormalux,ormalux-view}.exe "$build"/bin/lib{Ormalux,OrmaluxView}.dll "$folder"
 cp "$qt"/bin/Qt6{Core,Gui,Widgets}.dll "$folder"
-for plugins in platforms imageformats styles; do
-    cp "$qt/plugins/$plugins"/*.dll "$folder/$plugins" 2>/dev/null || true
-done
+cp "$qt"/plugins/platforms/q{windows,offscreen}.dll "$folder/platforms"
+cp "$qt"/plugins/imageformats/*.dll "$folder/imageformats"
+cp "$qt"/plugins/styles/*.dll "$folder/styles"
 cp /usr/share/qt6/translations/qtbase_ko.qm "$folder/translations"
 compiler=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
 cp "$compiler"/{libstdc++-6,libgcc_s_seh-1}.dll "$folder"
@@ -31,11 +31,10 @@ cp README.md LICENSE "$folder"
 printf '[Paths]\nPlugins = .\n' >"$folder/qt.conf"
 
 # Every DLL that is not Windows' own lies in the folder.
-imported() { x86_64-w64-mingw32-objdump -p "$1" | sed -n 's/.*DLL Name: //p'; }
+system=$(find /usr/lib -path '*wine/x86_64-windows/*.dll' -printf '%f\n')
 for file in "$folder"/*.exe "$folder"/*.dll "$folder"/*/*.dll; do
-    for dll in $(imported "$file"); do
-        [ -f "$folder/$dll" ] || [ -f "$(find /usr -path '*wine*x86_64-windows*' -iname "$dll" -print -quit)" ] ||
-            { echo "$file needs $dll, which is missing"; exit 1; }
+    for dll in $(x86_64-w64-mingw32-objdump -p "$file" | sed -n 's/.*DLL Name: //p'); do
+        [ -f "$folder/$dll" ] || grep -qix "$dll" <<<"$system" || { echo "$file needs $dll, which is missing"; exit 1; }
     done
 done
 
