@@ -56,7 +56,10 @@ int runProgram(int argc, char** argv)
     if (grabbing)
         showNothing();
     // What is wrong with a picture is told by the viewer, in the operator's language.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtFatalMsg)
+            print(BadInput, "ormalux-view: " + text);
+    });
     int toolkitArguments = 1;
     QApplication application(toolkitArguments, argv);
     QApplication::setOrganizationName(QStringLiteral("Ormalux"));

@@ -72,7 +72,10 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "/Fonts");
 #endif
     // What is wrong with a picture is told by the reader, in one line that names it.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtFatalMsg)
+            std::fprintf(stderr, "ormalux: %s\n", qUtf8Printable(text));
+    });
     int qtArguments = 1;
     const QGuiApplication application(qtArguments, argv);
     return runProgram(programArguments(argc, argv));

@@ -25,7 +25,7 @@ function(ormalux_icons target prefix)
   file(CONFIGURE OUTPUT ${folder}/icons.qrc
     CONTENT "<RCC>\n  <qresource prefix=\"${prefix}\">\n${entries}  </qresource>\n</RCC>\n")
   add_custom_command(OUTPUT ${folder}/icons.cpp
-    COMMAND Qt6::rcc --name ormalux_icons --output ${folder}/icons.cpp ${folder}/icons.qrc
+    COMMAND Qt6::rcc --no-zstd --name ormalux_icons --output ${folder}/icons.cpp ${folder}/icons.qrc
     DEPENDS ${folder}/icons.qrc ${drawings} VERBATIM COMMENT "")
   set_source_files_properties(${folder}/icons.cpp PROPERTIES SKIP_AUTOGEN ON)
   target_sources(${target} PRIVATE ${folder}/icons.cpp)

@@ -44,13 +44,13 @@ mkdir -p "$WINEPREFIX"
 wine=$(command -v wine64 || command -v wine)
 WINEPATH=$("$wine" winepath -w "$PWD/$folder" 2>/dev/null | tr -d '\r')
 export WINEPATH
-export QT_PLUGIN_PATH=$WINEPATH
+export WINEQT_PLUGIN_PATH=$WINEPATH # Wine hands a variable of the toolkit on without the prefix, and not else
 # Wine has no Korean face: the tests take those that they have on Linux.
 mkdir -p "$build/fonts"
 cp /usr/share/fonts/truetype/nanum/NanumGothic{,Bold}.ttf /usr/share/fonts/truetype/dejavu/DejaVuSans{,-Bold}.ttf \
     "$build/fonts"
-QT_QPA_FONTDIR=$("$wine" winepath -w "$PWD/$build/fonts" 2>/dev/null | tr -d '\r')
-export QT_QPA_FONTDIR
+WINEQT_QPA_FONTDIR=$("$wine" winepath -w "$PWD/$build/fonts" 2>/dev/null | tr -d '\r')
+export WINEQT_QPA_FONTDIR
 cp "$qt"/bin/Qt6Test.dll "$build/bin"
 ctest --preset windows "$@"
 rm -rf "$build/smoke"
