@@ -22,6 +22,8 @@ public:
     /// Tells every worker to quit; end() then waits for them.
     void quit();
     void end(std::chrono::steady_clock::time_point deadline);
+    /// See NativeThread::wasKilled().
+    bool wereKilled() const { return m_workers > 0 && m_records[0].thread.wasKilled(); }
 
     /// Runs every band, on the calling thread and on workers that come in time. Callers queue.
     void run(int bands, std::int64_t total, pool_detail::Body body, void* context);

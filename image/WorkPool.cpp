@@ -50,6 +50,10 @@ public:
         // In a forked child the threads behind the records do not exist; the records are left to the system.
         if (!workers.exchange(nullptr))
             return;
+        // At the end of a Windows process the workers are gone already, some of them in the middle of a wait:
+        // to wake them, or to free what they waited for, would wait for ever. The system takes it all.
+        if (m_made[0].wereKilled())
+            return;
         for (int kind = 0; kind < kinds; ++kind)
             m_made[kind].quit();
         const auto deadline = std::chrono::steady_clock::now() + grace;

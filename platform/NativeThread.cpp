@@ -64,7 +64,18 @@ void NativeThread::end(std::chrono::steady_clock::time_point deadline)
     m_state.reset();
 }
 
+bool NativeThread::wasKilled() const
+{
+    return m_state && WaitForSingleObject(m_state->handle, 0) == WAIT_OBJECT_0 &&
+           !m_state->left.load(std::memory_order_acquire);
+}
+
 #else
+
+bool NativeThread::wasKilled() const
+{
+    return false;
+}
 
 bool NativeThread::start(Body body, void* context)
 {

@@ -21,6 +21,10 @@ public:
     /// Gives a thread that was told to quit until the deadline; then it is ended as the platform can: where a
     /// thread can be stopped from outside it is, elsewhere it is waited for.
     void end(std::chrono::steady_clock::time_point deadline);
+    /// Whether the system ended the thread before it left its body, as Windows does with all others before
+    /// the last thread of a process unloads the modules. What such threads were waiting for can no longer be
+    /// used.
+    bool wasKilled() const;
 
 private:
     struct State;
