@@ -55,6 +55,6 @@ cp "$qt"/bin/Qt6Test.dll "$build/bin"
 ctest --preset windows "$@"
 rm -rf "$build/smoke"
 mkdir -p "$build/smoke/그림"
-"$wine" "$folder/ormalux-view.exe" --grab "$build/smoke/그림/창.png" --size 800x600 >/dev/null
+timeout 120 "$wine" "$folder/ormalux-view.exe" --grab "$build/smoke/그림/창.png" --size 800x600 >/dev/null
 [ -s "$build/smoke/그림/창.png" ] || { echo "the viewer of the folder does not start"; exit 1; }
 du -sh "$folder"
