@@ -45,8 +45,14 @@ void walk(const Course& course, std::int64_t low, std::int64_t end, Put put)
     const std::int64_t rise = 2 * std::abs(course.drift);
     const std::int64_t run = 2 * course.length;
     const std::int64_t side = course.drift < 0 ? -1 : 1;
-    const std::int64_t start = first * rise + course.length; // half a step ahead: rounds to the nearest
-    std::int64_t beside = course.beside + side * (start / run);
+    if (first > last)
+        return;
+    // The way aside after the first steps is moved / length. Whole parts are taken out before it is doubled:
+    // between the ends of the integer range the double needs more than 64 bits.
+    const std::uint64_t moved = std::uint64_t(first) * std::uint64_t(std::abs(course.drift));
+    const auto length = std::uint64_t(course.length);
+    const std::int64_t start = 2 * std::int64_t(moved % length) + course.length; // half a step ahead: rounds
+    std::int64_t beside = course.beside + side * (std::int64_t(moved / length) + start / run);
     std::int64_t rest = start % run;
     for (std::int64_t step = first; step <= last; ++step) {
         put(course.along + step, beside);
@@ -74,7 +80,8 @@ std::pair<std::int64_t, std::int64_t> around(double center, double spread, int l
 
 } // namespace
 
-void thinLine(const DeviceCanvas& canvas, int x1, int y1, int x2, int y2, QRgb color)
+void thinLine(const DeviceCanvas& canvas, std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t y2,
+              QRgb color)
 {
     if (y1 == y2)
         return across(canvas, std::min(x1, x2), std::max(x1, x2), y1, color);

@@ -9,7 +9,8 @@ namespace ormalux {
 
 /// Both ends are part of the line, which has one pixel in each column (flat lines) or row (steep ones), the
 /// nearest one; a line and its reverse are the same. Coordinates lie within +-2^29.
-void thinLine(const DeviceCanvas& canvas, int x1, int y1, int x2, int y2, QRgb color);
+void thinLine(const DeviceCanvas& canvas, std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t y2,
+              QRgb color);
 
 /// The outline through both corners, which are in order.
 void thinRectangle(const DeviceCanvas& canvas, int left, int top, int right, int bottom, QRgb color);
