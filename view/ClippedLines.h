@@ -25,7 +25,7 @@ public:
 
     /// Draws the lines that wait and selects the pen for the next ones.
     void setPen(const QPen& pen);
-    /// The next ones are one pixel wide and solid. Only with a canvas.
+    /// The next ones are thin and solid. Only with a canvas.
     void setThin(QRgb color);
     /// Both ends are part of the line.
     void line(double x1, double y1, double x2, double y2);

@@ -4,6 +4,7 @@
 
 #include <QColor>
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -12,12 +13,21 @@ class QPainter;
 
 namespace ormalux {
 
-/// The 32-bit pixels (0xffRRGGBB) under a painter, addressed in its coordinates. Nothing is owned.
+/// The 32-bit pixels (0xffRRGGBB) under a painter, counted from the one at its origin. Nothing is owned.
 struct DeviceCanvas
 {
     std::uint32_t* pixels = nullptr; ///< the pixel at (left, top)
     std::ptrdiff_t stride = 0;       ///< pixels from one row to the next
     RECT bounds{0, 0, 0, 0};         ///< right and bottom do not belong to it
+    double scale = 1;                ///< pixels across one step of the painter's coordinates, 1 or more
+    double startX = 0;               ///< what the painter's origin lies behind its pixel's edge, 0 to 1
+    double startY = 0;
+
+    /// The first pixel that shows a whole coordinate of the painter, as the picture's pixels are shown.
+    std::int64_t column(double x) const { return std::int64_t(std::ceil(x * scale + startX)); }
+    std::int64_t row(double y) const { return std::int64_t(std::ceil(y * scale + startY)); }
+    /// How many pixels wide a thin outline is.
+    int nib() const { return int(scale + 0.5); }
 
     bool hasColumn(std::int64_t x) const { return x >= bounds.left && x < bounds.right; }
     bool hasRow(std::int64_t y) const { return y >= bounds.top && y < bounds.bottom; }
@@ -32,9 +42,9 @@ struct DeviceCanvas
     }
 };
 
-/// The pixels of an active painter, when it paints plainly (opaque, unclipped, moved by whole pixels at most)
-/// on an image of 32-bit colours: what is written there is what the painter would have drawn. The painter
-/// must outlive the canvas.
+/// The pixels of an active painter, when it paints plainly (opaque, unclipped, moved and evenly enlarged at
+/// most, without an enlargement by whole pixels) on an image of 32-bit colours. The painter must outlive the
+/// canvas.
 std::optional<DeviceCanvas> canvasOf(QPainter& painter);
 
 } // namespace ormalux

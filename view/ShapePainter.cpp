@@ -4,6 +4,7 @@
 #include "view/PenCache.h"
 #include "view/ShapeList.h"
 #include "view/TextMasks.h"
+#include "view/ThinShapes.h"
 
 #include <QFont>
 #include <QGuiApplication>
@@ -135,7 +136,8 @@ private:
     {
         m_lines.flush();
         if (m_lines.canvas())
-            return m_lines.canvas()->dot(box.left, box.top, toQColor(shape.color).rgb());
+            return thinLine(*m_lines.canvas(), box.left, box.top, box.left, box.top,
+                            toQColor(shape.color).rgb());
         m_painter.fillRect(int(box.left), int(box.top), 1, 1, toQColor(shape.color));
     }
 
@@ -147,9 +149,10 @@ private:
         const std::string_view text = m_list.text(shape);
         const int height = std::abs(shape.extent);
         if (m_lines.canvas() && height <= tallestMask) {
-            const auto mask = textMask(text, height, 1);
-            return blendMask(*m_lines.canvas(), box.left + mask->left, box.top + mask->top, *mask,
-                             toQColor(shape.color).rgb());
+            const DeviceCanvas& canvas = *m_lines.canvas();
+            const auto mask = textMask(text, height, canvas.scale);
+            return blendMask(canvas, canvas.column(double(box.left)) + mask->left,
+                             canvas.row(double(box.top)) + mask->top, *mask, toQColor(shape.color).rgb());
         }
         m_selected = false;
         m_painter.setPen(toQColor(shape.color));

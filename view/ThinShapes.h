@@ -4,11 +4,12 @@
 
 namespace ormalux {
 
-// Outlines one pixel wide, written straight into the pixels: many times faster than a painter, and the same
-// on every system. What lies outside the canvas is left out.
+// Thin outlines, written straight into the pixels: many times faster than a painter, and the same on every
+// system. They are one pixel wide, on an enlarged canvas a nib: then coordinates are those of the nib's left
+// top pixel. What lies outside the canvas is left out.
 
-/// Both ends are part of the line, which has one pixel in each column (flat lines) or row (steep ones), the
-/// nearest one; a line and its reverse are the same. Coordinates lie within +-2^29.
+/// Both ends are part of the line, which has one nib in each column (flat lines) or row (steep ones), the
+/// nearest one; a line and its reverse are the same. Pixels lie within +-2^31.
 void thinLine(const DeviceCanvas& canvas, std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t y2,
               QRgb color);
 

@@ -102,7 +102,7 @@ TEST(Golden, Shapes)
     expectGolden("shapes_dashed", composed(gray.source, at(gray.source, 1.7f, {6, 30}), 1, &dashed),
                  Likeness::Nearly);
     expectGolden("shapes_thin_scale_2", composed(gray.source, at(gray.source, 1.7f, {6, 3}), 2, &thin),
-                 Likeness::Nearly);
+                 Likeness::Same);
 }
 
 TEST(Golden, LevelsAndTexts)

@@ -24,9 +24,10 @@ constexpr QRgb white = 0xffffffffu;
 /// A drawing area that starts at (left, top), and what was drawn there.
 struct Sheet
 {
-    Sheet(int left, int top, int width, int height) : pixels(std::size_t(width) * std::size_t(height), black)
+    Sheet(int left, int top, int width, int height, double scale = 1, double startX = 0)
+        : pixels(std::size_t(width) * std::size_t(height), black)
     {
-        canvas = {pixels.data(), width, {left, top, left + width, top + height}};
+        canvas = {pixels.data(), width, {left, top, left + width, top + height}, scale, startX, 0};
     }
     Points drawn(const RECT& within) const
     {
@@ -110,8 +111,9 @@ TEST(ThinShapes, ASmallCanvasShowsThePartOfALargeOne)
     std::mt19937 engine(3);
     const auto random = [&] { return int(engine() % 200) - 100; };
     for (int i = 0; i < 2000; ++i) {
-        Sheet large(-120, -120, 240, 240);
-        Sheet small(-13, 5, 31, 22);
+        const double scale = i % 5 == 0 ? 1 + (i % 9) * 0.25 : 1;
+        Sheet large(-400, -400, 800, 800, scale, scale > 1 ? 0.5 : 0);
+        Sheet small(-13, 5, 31, 22, scale, scale > 1 ? 0.5 : 0);
         const int left = random(), top = random();
         const int right = left + int(engine() % 100), bottom = top + int(engine() % 100);
         const int toX = random(), toY = random();
@@ -150,6 +152,82 @@ TEST(ThinShapes, EllipsesAreConnectedSymmetricAndNearTheCurve)
             EXPECT_EQ(int(columns.size()), width + 1);
             EXPECT_EQ(int(rows.size()), height + 1);
         }
+}
+
+TEST(ThinShapes, EnlargedOutlinesLieWhereThePictureShowsTheirPixels)
+{
+    for (const double scale : {1.25, 1.5, 2.0, 3.0})
+        for (const double start : {0.0, 0.5}) {
+            const auto drawn = [&](auto draw, double enlarged) {
+                Sheet sheet(0, 0, 150, 150, enlarged, enlarged > 1 ? start : 0);
+                draw(sheet.canvas);
+                return sheet.drawn();
+            };
+            const int nib = int(scale + 0.5);
+            // Every coordinate's first pixel, and as many as the nib has from there.
+            const auto enlarged = [&](const Points& points) {
+                Points pixels;
+                for (const auto& [x, y] : points)
+                    for (int i = 0; i < nib * nib; ++i)
+                        pixels.insert({int(std::ceil(x * scale + start)) + i % nib,
+                                       int(std::ceil(y * scale)) + i / nib});
+                return pixels;
+            };
+            const auto dot = [](const DeviceCanvas& canvas) { ormalux::thinLine(canvas, 7, 9, 7, 9, white); };
+            EXPECT_EQ(drawn(dot, scale), enlarged({{7, 9}}));
+            const auto corners = [](const DeviceCanvas& canvas) {
+                ormalux::thinRectangle(canvas, 3, 5, 20, 30, white);
+            };
+            const Points frame = drawn(corners, scale);
+            for (const auto& point : enlarged(drawn(corners, 1)))
+                ASSERT_TRUE(frame.contains(point));
+            for (const auto& [x, y] : Points{{30, 11}, {12, 40}, {-9, 35}, {28, -5}, {1, 2}}) {
+                const auto line = [x = x, y = y](const DeviceCanvas& canvas) {
+                    ormalux::thinLine(canvas, 10, 6, 10 + x, 6 + y, white);
+                };
+                const Points there = drawn(line, scale);
+                EXPECT_EQ(reachable(there), there);
+                // Left top pixels of the nib lie on the line, those of a row or column are as many as the
+                // nib's.
+                for (const auto& [px, py] : there) {
+                    const double dx = x * scale, dy = y * scale;
+                    const double offX = px - 10 * scale - start, offY = py - 6 * scale;
+                    const double beside =
+                        std::abs(offX * dy - offY * dx) / std::max(std::abs(dx), std::abs(dy));
+                    ASSERT_LE(beside, nib + 1) << scale << ": " << px << "," << py;
+                }
+            }
+        }
+}
+
+TEST(ThinShapes, EnlargedEllipsesAreClosedSymmetricRings)
+{
+    for (const double scale : {1.5, 2.0, 3.0})
+        for (int width = 1; width <= 40; width += 1 + width / 5)
+            for (int height = 1; height <= 40; height += 1 + height / 4) {
+                Sheet sheet(0, 0, 150, 150, scale);
+                ormalux::thinEllipse(sheet.canvas, 3, 4, 3 + width, 4 + height, white);
+                const Points points = sheet.drawn();
+                const int nib = int(scale + 0.5);
+                const int left = int(std::ceil(3 * scale)), top = int(std::ceil(4 * scale));
+                const int right = int(std::ceil((3 + width) * scale)) + nib - 1;
+                const int bottom = int(std::ceil((4 + height) * scale)) + nib - 1;
+                std::set<int> columns, rows;
+                for (const auto& [x, y] : points) {
+                    columns.insert(x);
+                    rows.insert(y);
+                    ASSERT_TRUE(points.contains({left + right - x, y}) &&
+                                points.contains({x, top + bottom - y}));
+                }
+                EXPECT_EQ(reachable(points), points) << "a gap in " << width << "x" << height;
+                EXPECT_EQ(*columns.begin(), left);
+                EXPECT_EQ(*columns.rbegin(), right);
+                EXPECT_EQ(*rows.begin(), top);
+                EXPECT_EQ(*rows.rbegin(), bottom);
+                const std::pair middle((left + right) / 2, (top + bottom) / 2);
+                EXPECT_EQ(points.contains(middle), std::min(right - left, bottom - top) < 2 * nib)
+                    << width << "x" << height << " at " << scale;
+            }
 }
 
 TEST(ThinShapes, HugeEllipsesAndRectanglesPassWhereTheyShould)
