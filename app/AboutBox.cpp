@@ -1,8 +1,7 @@
 #include "app/AboutBox.h"
 
+#include "app/ProgramIcon.h"
 #include "platform/Stdlib.h"
-
-#include <QIcon>
 
 namespace ormalux::viewer {
 
@@ -10,8 +9,7 @@ AboutBox::AboutBox(QWidget* parent) : QMessageBox(parent)
 {
     setObjectName(QStringLiteral("about"));
     setWindowTitle(tr("Ormalux 정보"));
-    setIconPixmap(
-        QIcon(QStringLiteral(":/ormalux-view/ormalux-view.svg")).pixmap(QSize(64, 64), devicePixelRatio()));
+    setIconPixmap(programIcon().pixmap(QSize(64, 64), devicePixelRatio()));
     setTextFormat(Qt::RichText);
     const QString rows[][2] = {
         {QStringLiteral("Ormalux"), QStringLiteral(ORMALUX_VERSION)},

@@ -1,6 +1,9 @@
 #include "app/Console.h"
 
 #include <QByteArray>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 #include <cstdio>
 #include <string>
@@ -13,6 +16,28 @@
 
 namespace ormalux::viewer {
 
+#ifdef _WIN32
+namespace {
+
+/// The files that a pattern stands for, by name, since the shells there do not tell; the argument itself
+/// where there are none.
+QStringList expanded(const QString& argument)
+{
+    const QFileInfo named(QDir::fromNativeSeparators(argument));
+    QString pattern = named.fileName();
+    if (argument.startsWith(QLatin1Char('-')) ||
+        !pattern.contains(QRegularExpression(QStringLiteral("[*?]"))))
+        return {argument};
+    pattern.replace(QLatin1Char('['), QLatin1String("[[]")); // a bracket is a character of names
+    QStringList files;
+    for (const QFileInfo& file : named.dir().entryInfoList({pattern}, QDir::Files, QDir::Name))
+        files << file.filePath();
+    return files.isEmpty() ? QStringList(argument) : files;
+}
+
+} // namespace
+#endif
+
 QStringList programArguments([[maybe_unused]] int argc, [[maybe_unused]] char** argv)
 {
     QStringList arguments;
@@ -21,7 +46,7 @@ QStringList programArguments([[maybe_unused]] int argc, [[maybe_unused]] char** 
     int count = 0;
     if (LPWSTR* const wide = CommandLineToArgvW(GetCommandLineW(), &count)) {
         for (int i = 1; i < count; ++i)
-            arguments << QString::fromWCharArray(wide[i]);
+            arguments << expanded(QString::fromWCharArray(wide[i]));
         LocalFree(wide);
     }
 #else

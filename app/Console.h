@@ -11,7 +11,8 @@ enum ExitCode
     BadInput = 2
 };
 
-/// The program's arguments without its name, whatever the system's code page is.
+/// The program's arguments without its name, whatever the system's code page is. Wildcards are expanded where
+/// the shell leaves that to the program.
 QStringList programArguments(int argc, char** argv);
 
 /// Prints to where the program was started from: standard output for Done, else standard error.

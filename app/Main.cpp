@@ -1,10 +1,10 @@
 #include "app/MainWindow.h"
 #include "app/Options.h"
 #include "app/PictureFile.h"
+#include "app/ProgramIcon.h"
 #include "view/ImageViewWnd.h"
 
 #include <QApplication>
-#include <QIcon>
 
 using namespace ormalux::viewer;
 
@@ -66,7 +66,7 @@ int runProgram(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("ormalux-view"));
     QApplication::setApplicationVersion(QStringLiteral(ORMALUX_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("ormalux-view"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/ormalux-view/ormalux-view.svg")));
+    QApplication::setWindowIcon(programIcon());
 
     // A rendered window looks the same whatever the operator has chosen before.
     Preferences preferences = grabbing ? Preferences() : Preferences::read();

@@ -66,6 +66,18 @@ TEST_F(ProgramTest, GrabRendersTheWindowAtEachScale)
     }
 }
 
+TEST_F(ProgramTest, WildcardsAreExpandedWhereTheShellDoesNot)
+{
+    filled(QColor(200, 30, 90));
+    const Ended ended = run(grabbing({path("입*.pn?")}));
+#ifdef Q_OS_WIN
+    EXPECT_EQ(ended.code, 0) << qPrintable(ended.errors);
+    EXPECT_EQ(count(grabbed(), qRgb(200, 30, 90)), 200 * 100);
+#else
+    EXPECT_EQ(ended.code, 2) << "the name is taken as it stands";
+#endif
+}
+
 TEST_F(ProgramTest, GrabDrawsResultsInTheChosenColors)
 {
     const QString file = filled(Qt::black);
