@@ -28,6 +28,7 @@ compiler=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.
 cp "$compiler"/{libstdc++-6,libgcc_s_seh-1}.dll "$folder"
 cp "$(x86_64-w64-mingw32-g++-posix -print-file-name=libwinpthread-1.dll)" "$folder"
 cp README.md LICENSE "$folder"
+cp /usr/share/common-licenses/LGPL-3 "$folder/LICENSE.Qt"
 printf '[Paths]\nPlugins = .\n' >"$folder/qt.conf"
 
 # Every DLL that is not Windows' own lies in the folder; api-ms-win-* are names of Windows' interfaces, not files.
