@@ -8,7 +8,7 @@
 
 namespace ormalux {
 
-class DeviceCanvas;
+class WidgetCanvas;
 struct PlotFrame;
 
 /// A curve of counts; gray is filled, the channels are lines in their colours.
@@ -70,10 +70,10 @@ private:
     long peak() const;
     double shareOf(double count) const;
 
-    void drawCounts(DeviceCanvas& canvas, const PlotFrame& frame) const;
-    void drawLevels(DeviceCanvas& canvas, const PlotFrame& frame) const;
-    void drawCurve(DeviceCanvas& canvas, const PlotFrame& frame, const LevelCurve& curve) const;
-    void drawLines(DeviceCanvas& canvas, const PlotFrame& frame) const;
+    void drawCounts(WidgetCanvas& canvas, const PlotFrame& frame) const;
+    void drawLevels(WidgetCanvas& canvas, const PlotFrame& frame) const;
+    void drawCurve(WidgetCanvas& canvas, const PlotFrame& frame, const LevelCurve& curve) const;
+    void drawLines(WidgetCanvas& canvas, const PlotFrame& frame) const;
 
     std::vector<LevelCurve> m_curves;
     bool m_logarithmic = false;

@@ -1,6 +1,6 @@
 #include "tools/HistogramPlot.h"
 
-#include "tools/DeviceCanvas.h"
+#include "tools/WidgetCanvas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,7 +89,7 @@ double HistogramPlot::shareOf(double count) const
 
 void HistogramPlot::paintEvent(QPaintEvent*)
 {
-    DeviceCanvas canvas(*this, palette().color(QPalette::Base));
+    WidgetCanvas canvas(*this, palette().color(QPalette::Base));
     const QRectF plot = plotRect();
     const PlotFrame frame{canvas.toDevice(plot.left()), canvas.toDevice(plot.top()),
                           canvas.toDevice(plot.right()), canvas.toDevice(plot.bottom())};
@@ -112,7 +112,7 @@ void HistogramPlot::paintEvent(QPaintEvent*)
     }
 }
 
-void HistogramPlot::drawCounts(DeviceCanvas& canvas, const PlotFrame& frame) const
+void HistogramPlot::drawCounts(WidgetCanvas& canvas, const PlotFrame& frame) const
 {
     const QColor ground = palette().color(QPalette::Base);
     const QColor text = palette().color(QPalette::Text);
@@ -127,7 +127,7 @@ void HistogramPlot::drawCounts(DeviceCanvas& canvas, const PlotFrame& frame) con
     }
 }
 
-void HistogramPlot::drawLevels(DeviceCanvas& canvas, const PlotFrame& frame) const
+void HistogramPlot::drawLevels(WidgetCanvas& canvas, const PlotFrame& frame) const
 {
     const QColor axis = between(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.75);
     const double height = QFontMetricsF(font()).height();
@@ -141,7 +141,7 @@ void HistogramPlot::drawLevels(DeviceCanvas& canvas, const PlotFrame& frame) con
     }
 }
 
-void HistogramPlot::drawCurve(DeviceCanvas& canvas, const PlotFrame& frame, const LevelCurve& curve) const
+void HistogramPlot::drawCurve(WidgetCanvas& canvas, const PlotFrame& frame, const LevelCurve& curve) const
 {
     const QColor color = colorOf(curve.kind, palette());
     QColor fill = color;
@@ -161,7 +161,7 @@ void HistogramPlot::drawCurve(DeviceCanvas& canvas, const PlotFrame& frame, cons
     }
 }
 
-void HistogramPlot::drawLines(DeviceCanvas& canvas, const PlotFrame& frame) const
+void HistogramPlot::drawLines(WidgetCanvas& canvas, const PlotFrame& frame) const
 {
     const QColor color = palette().color(QPalette::Text);
     const double height = QFontMetricsF(font()).height();

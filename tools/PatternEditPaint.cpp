@@ -1,13 +1,13 @@
 #include "tools/PatternEditView.h"
 
 #include "platform/Stdlib.h"
-#include "tools/DeviceCanvas.h"
+#include "tools/WidgetCanvas.h"
 
 #include <QScrollBar>
 
 #include <algorithm>
 
-using ormalux::DeviceCanvas;
+using ormalux::WidgetCanvas;
 
 namespace {
 
@@ -28,9 +28,9 @@ struct Cells
     int scroll; ///< of the view
     int count;
     int first, end; ///< those that can be seen
-    const DeviceCanvas& canvas;
+    const WidgetCanvas& canvas;
 
-    Cells(int cell, int scrolled, int cells, int shown, const DeviceCanvas& on)
+    Cells(int cell, int scrolled, int cells, int shown, const WidgetCanvas& on)
         : size(cell), scroll(scrolled), count(cells), first(std::min(scrolled / cell, cells)),
           end(std::min((scrolled + shown) / cell + 1, cells)), canvas(on)
     {}
@@ -39,13 +39,13 @@ struct Cells
     int middle() const { return canvas.toDevice(count * size / 2 - scroll); }
 };
 
-Cells columnsOf(const CPatternEditView& view, const DeviceCanvas& canvas)
+Cells columnsOf(const CPatternEditView& view, const WidgetCanvas& canvas)
 {
     return {CPatternEditView::cellWidth, view.horizontalScrollBar()->value(), view.pattern().width,
             view.viewport()->width(), canvas};
 }
 
-Cells rowsOf(const CPatternEditView& view, const DeviceCanvas& canvas)
+Cells rowsOf(const CPatternEditView& view, const WidgetCanvas& canvas)
 {
     return {view.cellHeight(), view.verticalScrollBar()->value(), view.pattern().height,
             view.viewport()->height(), canvas};
@@ -55,7 +55,7 @@ Cells rowsOf(const CPatternEditView& view, const DeviceCanvas& canvas)
 
 void CPatternEditView::paintEvent(QPaintEvent*)
 {
-    DeviceCanvas canvas(*viewport(), QColor(background));
+    WidgetCanvas canvas(*viewport(), QColor(background));
     if (!pattern().pixels.empty()) {
         drawCells(canvas);
         drawLines(canvas);
@@ -67,7 +67,7 @@ void CPatternEditView::paintEvent(QPaintEvent*)
                                     canvas.toDevice(m_cross.x()), canvas.toDevice(m_cross.y()));
 }
 
-void CPatternEditView::drawCells(DeviceCanvas& canvas) const
+void CPatternEditView::drawCells(WidgetCanvas& canvas) const
 {
     const Cells columns = columnsOf(*this, canvas);
     const Cells rows = rowsOf(*this, canvas);
@@ -82,7 +82,7 @@ void CPatternEditView::drawCells(DeviceCanvas& canvas) const
         }
 }
 
-void CPatternEditView::drawLines(DeviceCanvas& canvas) const
+void CPatternEditView::drawLines(WidgetCanvas& canvas) const
 {
     const Cells columns = columnsOf(*this, canvas);
     const Cells rows = rowsOf(*this, canvas);
@@ -108,7 +108,7 @@ void CPatternEditView::drawLines(DeviceCanvas& canvas) const
 }
 
 /// A frame in the highlight's colour within a white one, to be seen on black and on white.
-void CPatternEditView::drawCursor(DeviceCanvas& canvas) const
+void CPatternEditView::drawCursor(WidgetCanvas& canvas) const
 {
     const Cells columns = columnsOf(*this, canvas);
     const Cells rows = rowsOf(*this, canvas);

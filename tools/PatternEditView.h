@@ -6,7 +6,7 @@
 #include <QPoint>
 
 namespace ormalux {
-class DeviceCanvas;
+class WidgetCanvas;
 }
 
 /// Shows a match source as a grid of cells, scrolling, and lets the operator paint it: the left button paints
@@ -75,9 +75,9 @@ private:
     void moveCross(QPoint position);
     void moveCursor(QPoint cell);
 
-    void drawCells(ormalux::DeviceCanvas& canvas) const;
-    void drawLines(ormalux::DeviceCanvas& canvas) const;
-    void drawCursor(ormalux::DeviceCanvas& canvas) const;
+    void drawCells(ormalux::WidgetCanvas& canvas) const;
+    void drawLines(ormalux::WidgetCanvas& canvas) const;
+    void drawCursor(ormalux::WidgetCanvas& canvas) const;
 
     ormalux::PatternHistory m_history;
     ormalux::PatternTemplate m_saved;

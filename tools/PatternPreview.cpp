@@ -1,7 +1,7 @@
 #include "tools/PatternPreview.h"
 
 #include "platform/Stdlib.h"
-#include "tools/DeviceCanvas.h"
+#include "tools/WidgetCanvas.h"
 #include "tools/PatternTemplate.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ PatternPreview::PatternPreview(QWidget* parent) : QWidget(parent)
 
 void PatternPreview::paintEvent(QPaintEvent*)
 {
-    DeviceCanvas canvas(*this, Qt::gray); // black and white edges are both seen on it
+    WidgetCanvas canvas(*this, Qt::gray); // black and white edges are both seen on it
     if (!m_pattern || m_pattern->pixels.empty())
         return;
     const double zoom =

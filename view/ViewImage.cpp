@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <functional>
 #include <new>
 
 namespace ormalux {
@@ -39,13 +40,23 @@ void ViewImage::release()
 
 void ViewImage::adopt(std::uint8_t* bits, bool owned, int width, int height, int bitCount, RowOrder order)
 {
-    release();
+    if (bits != m_bits)
+        release();
     m_bits = bits;
     m_owned = owned;
     m_width = width;
     m_height = height;
     m_bitCount = bitCount;
     m_order = order;
+}
+
+std::uint8_t* ViewImage::roomFor(std::int64_t length, const std::uint8_t* from)
+{
+    const std::int64_t present = m_bits && m_owned ? bufferLength(m_width, m_height, m_bitCount) : 0;
+    const std::less<const std::uint8_t*> below;
+    if (length > 0 && length == present && (below(from, m_bits) || !below(from, m_bits + present)))
+        return m_bits;
+    return length > 0 ? new (std::nothrow) std::uint8_t[std::size_t(length)] : nullptr;
 }
 
 void ViewImage::create(int width, int height, int bitCount, RowOrder order)
@@ -59,10 +70,10 @@ void ViewImage::copy(int width, int height, int bitCount, const std::uint8_t* bi
 {
     const std::int64_t length = bits ? bufferLength(width, height, bitCount) : 0;
     // The caller may pass the very buffer that is shown: it is freed only after the copy.
-    std::uint8_t* const fresh = length ? new (std::nothrow) std::uint8_t[std::size_t(length)] : nullptr;
-    if (fresh)
-        std::memcpy(fresh, bits, std::size_t(length));
-    adopt(fresh, true, width, height, bitCount, order);
+    std::uint8_t* const room = roomFor(length, bits);
+    if (room)
+        std::memcpy(room, bits, std::size_t(length));
+    adopt(room, true, width, height, bitCount, order);
 }
 
 void ViewImage::link(int width, int height, int bitCount, std::uint8_t* bits, RowOrder order)
@@ -77,13 +88,17 @@ bool ViewImage::assign(const PixelSource& picture, RowOrder order)
 {
     const std::int64_t length =
         picture.empty() ? 0 : bufferLength(picture.width, picture.height, picture.bitCount);
-    std::uint8_t* const fresh = length ? new (std::nothrow) std::uint8_t[std::size_t(length)]() : nullptr;
-    if (!fresh)
-        return false;
     const std::ptrdiff_t step = paddedRow(picture.width, picture.bitCount);
     const bool down = order == RowOrder::TopDown;
-    copyRows(picture, down ? fresh : fresh + step * (picture.height - 1), down ? step : -step);
-    adopt(fresh, true, picture.width, picture.height, picture.bitCount, order);
+    std::uint8_t* const room =
+        roomFor(length, length ? std::min(picture.row(0), picture.row(picture.height - 1)) : nullptr);
+    if (!room)
+        return false;
+    const std::ptrdiff_t used = std::ptrdiff_t(picture.width) * (picture.bitCount / 8);
+    for (int y = 0; used < step && y < picture.height; ++y)
+        std::memset(room + y * step + used, 0, std::size_t(step - used));
+    copyRows(picture, down ? room : room + step * (picture.height - 1), down ? step : -step);
+    adopt(room, true, picture.width, picture.height, picture.bitCount, order);
     return true;
 }
 

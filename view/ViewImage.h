@@ -69,6 +69,9 @@ public:
 
 private:
     void adopt(std::uint8_t* bits, bool owned, int width, int height, int bitCount, RowOrder order);
+    /// A buffer to write a picture to: the own one where it has this length and is not what is read, else a
+    /// fresh one. Null when memory is short.
+    std::uint8_t* roomFor(std::int64_t length, const std::uint8_t* from);
     void release();
     void writeBack(const PixelSource& result);
 

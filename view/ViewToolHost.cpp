@@ -92,18 +92,23 @@ bool ViewToolHost::preview(const void* owner, const GrayOperation& gray, const C
 {
     const Guard guard(m_view.GetLock());
     const ViewImage& image = m_view.m->image;
-    auto tried = std::unique_ptr<ViewImage>(new (std::nothrow) ViewImage);
-    if (!tried || !image.hasPicture())
-        return false;
+    // The memory of the last preview serves the next one: fresh pages take longer than most operations.
+    std::unique_ptr<ViewImage> tried = std::move(m_view.m->preview);
+    if (!tried)
+        tried.reset(new (std::nothrow) ViewImage);
     bool run = false;
-    if (isColor() && !color) {
+    if (!tried || !image.hasPicture()) {
+        // nothing to try
+    } else if (isColor() && !color) {
         const Picture form = image.part(0, 0, image.width(), image.height(), true);
         run = !form.empty() && tried->assign(form.source(), RowOrder::TopDown) && gray && tried->edit(gray);
     } else if (tried->assign(image.source(), RowOrder::TopDown)) {
         run = isColor() ? tried->edit(color, rows) : gray && tried->edit(gray);
     }
-    if (!run)
+    if (!run) {
+        m_view.requestPaint();
         return false;
+    }
     m_view.m->preview = std::move(tried);
     m_previewOwner = owner;
     m_view.requestPaint();

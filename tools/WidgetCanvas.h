@@ -9,13 +9,13 @@ namespace ormalux {
 
 /// A picture of a widget in the screen's own pixels, so that lines and cells are sharp at every scale, for
 /// the life of a paint event; its end shows it.
-class DeviceCanvas
+class WidgetCanvas
 {
 public:
-    DeviceCanvas(QWidget& widget, const QColor& background);
-    ~DeviceCanvas();
-    DeviceCanvas(const DeviceCanvas&) = delete;
-    DeviceCanvas& operator=(const DeviceCanvas&) = delete;
+    WidgetCanvas(QWidget& widget, const QColor& background);
+    ~WidgetCanvas();
+    WidgetCanvas(const WidgetCanvas&) = delete;
+    WidgetCanvas& operator=(const WidgetCanvas&) = delete;
 
     /// In device pixels, without smoothing.
     QPainter& painter() { return m_painter; }

@@ -1,4 +1,4 @@
-#include "tools/DeviceCanvas.h"
+#include "tools/WidgetCanvas.h"
 
 #include <QWidget>
 
@@ -6,7 +6,7 @@
 
 namespace ormalux {
 
-DeviceCanvas::DeviceCanvas(QWidget& widget, const QColor& background)
+WidgetCanvas::WidgetCanvas(QWidget& widget, const QColor& background)
     : m_widget(widget), m_scale(widget.devicePixelRatioF()),
       m_image(int(std::ceil(widget.width() * m_scale)), int(std::ceil(widget.height() * m_scale)),
               QImage::Format_RGB32)
@@ -15,7 +15,7 @@ DeviceCanvas::DeviceCanvas(QWidget& widget, const QColor& background)
     m_painter.begin(&m_image);
 }
 
-void DeviceCanvas::text(const QRectF& rect, int alignment, const QString& text, const QColor& color)
+void WidgetCanvas::text(const QRectF& rect, int alignment, const QString& text, const QColor& color)
 {
     QFont font = m_widget.font();
     font.setPixelSize(QFontInfo(font).pixelSize()); // points would follow the picture's resolution
@@ -27,7 +27,7 @@ void DeviceCanvas::text(const QRectF& rect, int alignment, const QString& text, 
     m_painter.restore();
 }
 
-DeviceCanvas::~DeviceCanvas()
+WidgetCanvas::~WidgetCanvas()
 {
     m_painter.end();
     m_image.setDevicePixelRatio(m_scale);
