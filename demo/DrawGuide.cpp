@@ -2,6 +2,7 @@
 // uses, and draws the guide's pictures: `ormalux-draw-guide board.png folder`. Leaves the source lid.mcs, the
 // recipe station.json and the script script.txt in the folder, too.
 
+#include "demo/Operator.h"
 #include "tools/PatternEditDlg.h"
 #include "tools/PatternEditView.h"
 #include "view/ImageView.h"
@@ -13,7 +14,6 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -27,27 +27,7 @@
 
 namespace {
 
-void settle(int milliseconds = 300)
-{
-    QElapsedTimer clock;
-    for (clock.start(); clock.elapsed() < milliseconds;)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-template <class Widget = QWidget>
-Widget* find(QWidget* in, const char* name)
-{
-    auto* const found = in->findChild<Widget*>(QLatin1String(name));
-    if (!found)
-        qFatal("there is no %s", name);
-    return found;
-}
-
-void click(QWidget* in, const char* button)
-{
-    find<QPushButton>(in, button)->click();
-    settle();
-}
+using namespace operating;
 
 /// Answers the file dialog that is open.
 void choose(QWidget* in, const QString& file)

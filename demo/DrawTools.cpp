@@ -1,6 +1,7 @@
 // Draws every tool dialog with what it finds on a picture of the sample board, one picture each, a sheet of
 // them all, and the image window: `ormalux-draw-tools board.png folder [ko|en] [light|dark]`.
 
+#include "demo/Operator.h"
 #include "image/VisionImage.h"
 #include "tools/PatternEditDlg.h"
 #include "tools/SourceFile.h"
@@ -11,7 +12,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QPainter>
 #include <QPushButton>
@@ -28,27 +28,7 @@
 
 namespace {
 
-void settle(int milliseconds = 200)
-{
-    QElapsedTimer clock;
-    for (clock.start(); clock.elapsed() < milliseconds;)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-template <class Widget = QWidget>
-Widget* find(QWidget* in, const char* name)
-{
-    auto* const found = in->findChild<Widget*>(QLatin1String(name));
-    if (!found)
-        qFatal("there is no %s", name);
-    return found;
-}
-
-void click(QWidget* in, const char* button)
-{
-    find<QPushButton>(in, button)->click();
-    settle();
-}
+using namespace operating;
 
 QPalette darkPalette()
 {

@@ -1,7 +1,6 @@
 #include "tools/MatchDlg.h"
 
 #include "image/VisionImage.h"
-#include "tools/LatestJob.h"
 #include "ui_MatchDlg.h"
 
 using ormalux::MatchTool;
@@ -16,31 +15,23 @@ constexpr int textSize = 12;
 } // namespace
 
 CMatchDlg::CMatchDlg(ormalux::ToolHost& host, QWidget* parent)
-    : ToolDialog(host, patternLayer, parent), m_ui(std::make_unique<Ui::MatchDlg>())
+    : SearchDlg(host, patternLayer, parent), m_ui(std::make_unique<Ui::MatchDlg>())
 {
     m_ui->setupUi(this);
     m_ui->level->setAutomatic(true);
     m_ui->pattern->setKind(ormalux::SourceKind::Pattern);
     attach("CMatchDlg", m_ui->buttons, m_ui->results);
+    attachSearch(m_ui->level, m_ui->pattern, m_ui->run, m_ui->buttons);
     clearFound();
     m_ui->areaNote->hide();
     const auto again = [this] { refresh(); };
-    connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, again);
-    connect(m_ui->pattern, &ormalux::SourceList::changed, this, again);
-    connect(m_ui->pattern, &ormalux::SourceList::refused, this, [this](const QString& m) { setMessage(m); });
     connect(m_ui->below, &QSpinBox::valueChanged, this, again);
     connect(m_ui->above, &QSpinBox::valueChanged, this, again);
-    connect(m_ui->run, &QPushButton::clicked, this, [this] {
-        m_ui->pattern->reload();
-        refresh();
-    });
     connect(m_ui->thresholdRange, &QCheckBox::toggled, this, [this](bool range) {
         m_ui->below->setEnabled(range);
         m_ui->above->setEnabled(range);
         refresh();
     });
-    connect(m_ui->buttons, &ormalux::ToolButtonRow::cancelAsked, this,
-            [this] { setMessage(tr("취소했습니다.")); });
 }
 
 CMatchDlg::~CMatchDlg() = default;
@@ -56,26 +47,17 @@ const ormalux::Tool& CMatchDlg::read()
     return m_tool;
 }
 
-void CMatchDlg::refresh()
+int CMatchDlg::levelOf(const CKestImage& picture, const CRect& area) const
 {
-    read();
-    const auto picture = host().grayPicture();
-    const CRect area = host().area();
-    if (picture)
-        m_ui->level->showValue(m_tool.levelOf(*picture, area));
-    read();
-    if (!picture || m_tool.sources.empty()) {
-        background().cancel();
-        clearFound();
-        return setMessage(picture ? grayFormNote() : tr("영상이 없습니다."));
-    }
-    setMessage(grayFormNote());
+    return m_tool.levelOf(picture, area);
+}
+
+ormalux::SearchDlg::Search CMatchDlg::search(std::shared_ptr<const CKestImage> picture, const CRect& area)
+{
     m_ui->areaNote->setVisible(!ormalux::sceneOf(host()).wholePicture());
-    const bool shown = runSoon([this, tool = m_tool, picture, area] {
+    return [this, tool = m_tool, picture, area] {
         return [this, area, found = tool.run(*picture, area)] { showFound(found, area); };
-    });
-    if (!shown)
-        clearFound(); // what was found before is not what is looked for now
+    };
 }
 
 void CMatchDlg::showFound(const MatchTool::Found& found, const CRect& area)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/MatchTool.h"
-#include "tools/ToolDialog.h"
+#include "tools/SearchDlg.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class MatchDlg;
 }
 
 /// Looks for a pattern in the area and shows where it fits best.
-class CMatchDlg : public ormalux::ToolDialog
+class CMatchDlg : public ormalux::SearchDlg
 {
     Q_OBJECT
 
@@ -20,13 +20,14 @@ public:
 
 protected:
     const ormalux::Tool& read() override;
-    void refresh() override;
+    int levelOf(const CKestImage& picture, const CRect& area) const override;
+    Search search(std::shared_ptr<const CKestImage> picture, const CRect& area) override;
+    void clearFound() override;
     void retranslate() override;
 
 private:
     void showFound(const ormalux::MatchTool::Found& found, const CRect& area);
     QStringList titles() const;
-    void clearFound();
 
     std::unique_ptr<Ui::MatchDlg> m_ui;
     ormalux::MatchTool m_tool;

@@ -1,7 +1,6 @@
 #include "tools/OcrMatchDlg.h"
 
 #include "image/VisionImage.h"
-#include "tools/LatestJob.h"
 #include "ui_OcrMatchDlg.h"
 
 #include <QScrollBar>
@@ -21,7 +20,7 @@ constexpr int textLines = 2; ///< of the text read that are seen without scrolli
 } // namespace
 
 COcrMatchDlg::COcrMatchDlg(ormalux::ToolHost& host, QWidget* parent)
-    : ToolDialog(host, characterLayer, parent), m_ui(std::make_unique<Ui::OcrMatchDlg>())
+    : SearchDlg(host, characterLayer, parent), m_ui(std::make_unique<Ui::OcrMatchDlg>())
 {
     m_ui->setupUi(this);
     m_ui->level->setAutomatic(true);
@@ -29,20 +28,10 @@ COcrMatchDlg::COcrMatchDlg(ormalux::ToolHost& host, QWidget* parent)
     m_ui->text->setFixedHeight(textLines * m_ui->text->fontMetrics().lineSpacing() +
                                m_ui->text->horizontalScrollBar()->sizeHint().height() + 12);
     attach("COcrMatchDlg", m_ui->buttons, m_ui->results);
+    attachSearch(m_ui->level, m_ui->characters, m_ui->run, m_ui->buttons);
     clearFound();
-    const auto again = [this] { refresh(); };
-    connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, again);
-    connect(m_ui->characters, &ormalux::SourceList::changed, this, again);
-    connect(m_ui->characters, &ormalux::SourceList::refused, this,
-            [this](const QString& message) { setMessage(message); });
     for (QSpinBox* const size : {m_ui->minWidth, m_ui->maxWidth, m_ui->minHeight, m_ui->maxHeight})
-        connect(size, &QSpinBox::valueChanged, this, again);
-    connect(m_ui->run, &QPushButton::clicked, this, [this] {
-        m_ui->characters->reload();
-        refresh();
-    });
-    connect(m_ui->buttons, &ormalux::ToolButtonRow::cancelAsked, this,
-            [this] { setMessage(tr("취소했습니다.")); });
+        connect(size, &QSpinBox::valueChanged, this, [this] { refresh(); });
 }
 
 COcrMatchDlg::~COcrMatchDlg() = default;
@@ -59,25 +48,16 @@ const ormalux::Tool& COcrMatchDlg::read()
     return m_tool;
 }
 
-void COcrMatchDlg::refresh()
+int COcrMatchDlg::levelOf(const CKestImage& picture, const CRect& area) const
 {
-    read();
-    const auto picture = host().grayPicture();
-    const CRect area = host().area();
-    if (picture)
-        m_ui->level->showValue(m_tool.levelOf(*picture, area));
-    read();
-    if (!picture || m_tool.sources.empty()) {
-        background().cancel();
-        clearFound();
-        return setMessage(picture ? grayFormNote() : tr("영상이 없습니다."));
-    }
-    setMessage(grayFormNote());
-    const bool shown = runSoon([this, tool = m_tool, picture, area] {
+    return m_tool.levelOf(picture, area);
+}
+
+ormalux::SearchDlg::Search COcrMatchDlg::search(std::shared_ptr<const CKestImage> picture, const CRect& area)
+{
+    return [this, tool = m_tool, picture, area] {
         return [this, found = tool.run(*picture, area)] { showFound(found); };
-    });
-    if (!shown)
-        clearFound(); // what was read before is not what is looked for now
+    };
 }
 
 void COcrMatchDlg::showFound(const OcrMatchTool::Found& found)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/OcrMatchTool.h"
-#include "tools/ToolDialog.h"
+#include "tools/SearchDlg.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class OcrMatchDlg;
 }
 
 /// Reads the characters in the area.
-class COcrMatchDlg : public ormalux::ToolDialog
+class COcrMatchDlg : public ormalux::SearchDlg
 {
     Q_OBJECT
 
@@ -20,14 +20,15 @@ public:
 
 protected:
     const ormalux::Tool& read() override;
-    void refresh() override;
+    int levelOf(const CKestImage& picture, const CRect& area) const override;
+    Search search(std::shared_ptr<const CKestImage> picture, const CRect& area) override;
+    void clearFound() override;
     void resultChosen(int index) override;
     void retranslate() override;
 
 private:
     void showFound(const ormalux::OcrMatchTool::Found& found);
     QStringList titles() const;
-    void clearFound();
     void draw(int chosen);
 
     std::unique_ptr<Ui::OcrMatchDlg> m_ui;

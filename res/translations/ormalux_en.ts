@@ -166,6 +166,14 @@
         <source>처음 %1개만 영상에 표시합니다.</source>
         <translation>The first %1 are drawn in the picture.</translation>
     </message>
+    <message>
+        <source>Save Ocr Source File ...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save Match Source File ...</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CHistogramDlg</name>
@@ -507,14 +515,6 @@
 <context>
     <name>CMatchDlg</name>
     <message>
-        <source>취소했습니다.</source>
-        <translation>Cancelled.</translation>
-    </message>
-    <message>
-        <source>영상이 없습니다.</source>
-        <translation>There is no picture.</translation>
-    </message>
-    <message>
         <source>영역에 경계가 없습니다.</source>
         <translation>There is no edge in the region.</translation>
     </message>
@@ -568,14 +568,6 @@
 </context>
 <context>
     <name>COcrMatchDlg</name>
-    <message>
-        <source>취소했습니다.</source>
-        <translation>Cancelled.</translation>
-    </message>
-    <message>
-        <source>영상이 없습니다.</source>
-        <translation>There is no picture.</translation>
-    </message>
     <message>
         <source>최소 크기가 최대 크기보다 큽니다.</source>
         <translation>The smallest size is larger than the largest.</translation>
@@ -1429,6 +1421,17 @@ Arrows: move, Space / B: black, W: white, Shift / Ctrl + arrows: move drawing bl
     <message>
         <source>CSV로 내보내기 ...</source>
         <translation>Export as CSV ...</translation>
+    </message>
+</context>
+<context>
+    <name>ormalux::SearchDlg</name>
+    <message>
+        <source>취소했습니다.</source>
+        <translation>Cancelled.</translation>
+    </message>
+    <message>
+        <source>영상이 없습니다.</source>
+        <translation>There is no picture.</translation>
     </message>
 </context>
 <context>
