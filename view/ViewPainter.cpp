@@ -154,7 +154,7 @@ void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& 
             if (!mask)
                 mask = textMask(std::to_string(level), levelHeight, scale);
             const CPoint corner = geometry.toDevicePoint(x, y);
-            const double half = largestZoom / 2.0;
+            const double half = geometry.zoom / 2.0; // a small picture fits at more than the largest zoom
             blendMask(canvas, std::int64_t(std::floor((corner.x + half) * scale - mask->width / 2.0)),
                       std::int64_t(std::floor((corner.y + half) * scale - mask->height / 2.0)), *mask, color);
         }

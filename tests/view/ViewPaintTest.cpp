@@ -185,6 +185,33 @@ TEST_F(ViewPaint, GrayLevelsAreWrittenAtTheLargestZoomOnly)
     }
 }
 
+TEST_F(ViewPaint, GrayLevelsStandInTheMiddleOfCellsOfEverySize)
+{
+    for (const bool fitted : {true, false}) {
+        const int side = fitted ? 3 : 100; // three pixels fit at more than the steps reach
+        view->CreateImage(side, side, 8);
+        view->ZoomFitTo();
+        view->ZoomPlus(30);
+        view->horizontalScrollBar()->setValue(0);
+        view->verticalScrollBar()->setValue(0);
+        ASSERT_EQ(view->GetZoom() > 25, fitted);
+        const qreal scale = view->devicePixelRatioF();
+        const CPoint from = view->ImageToDevice(1, 1);
+        const CPoint to = view->ImageToDevice(2, 2);
+        const QRect cell(QPoint(int(from.x * scale), int(from.y * scale)),
+                         QPoint(int(to.x * scale) - 1, int(to.y * scale) - 1));
+        const QImage screen = view->GetScreen();
+        QRect ink;
+        for (int y = cell.top(); y <= cell.bottom(); ++y)
+            for (int x = cell.left(); x <= cell.right(); ++x)
+                if (qRed(screen.pixel(x, y)) > 60)
+                    ink |= QRect(x, y, 1, 1);
+        ASSERT_FALSE(ink.isEmpty());
+        EXPECT_NEAR(ink.center().x(), cell.center().x(), 2 * scale);
+        EXPECT_NEAR(ink.center().y(), cell.center().y(), 2 * scale);
+    }
+}
+
 TEST_F(ViewPaint, InvertingFiguresDrawnTwiceAreGoneWhereverTheyLie)
 {
     QImage frame;
