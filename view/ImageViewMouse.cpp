@@ -210,6 +210,11 @@ void CKestView::wheelEvent(QWheelEvent* event)
         ZoomPlus(wheelStep);
     else
         ZoomMinus(wheelStep);
+    if (m->drag.kind == Drag::Pan) { // goes on from where the zoom has put the picture
+        m->drag.anchorDevice = event->position();
+        m->drag.anchorScroll = placement().scroll;
+        m->drag.moved = true;
+    }
     hover(event->position());
 }
 

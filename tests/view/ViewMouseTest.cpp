@@ -189,6 +189,17 @@ TEST_F(ViewMouse, DraggingPansOnlyAwayFromTheFitZoom)
     EXPECT_EQ(scroll(), QPoint(0, 0));
 }
 
+TEST_F(ViewMouse, PanningGoesOnAfterTheWheel)
+{
+    press({100, 100});
+    drag({90, 90});
+    wheel(120, {90, 90});
+    const QPoint zoomed = scroll();
+    drag({87, 88});
+    EXPECT_EQ(scroll(), zoomed + QPoint(3, 2));
+    release({87, 88});
+}
+
 TEST_F(ViewMouse, ALostReleaseEndsTheDrag)
 {
     view->SetTrackerMode(1);
