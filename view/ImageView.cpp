@@ -43,7 +43,7 @@ CKestView::CKestView(QWidget* parent) : QAbstractScrollArea(parent), m(std::make
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // painting covers the whole area
     viewport()->setAutoFillBackground(false);
-    updateScrollSizes();
+    layOutBars();
     m->toolHost = std::make_unique<ormalux::ViewToolHost>(*this);
     m->tools = std::make_unique<ormalux::ToolBox>(*m->toolHost, this);
 }

@@ -227,6 +227,7 @@ private:
     QSize clientSize() const;
     ormalux::ViewGeometry placement() const;
     void updateScrollSizes();
+    void layOutBars();
     void scrollTo(QPoint position);
     void zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll);
     void zoomAbout(QPointF device, float step);

@@ -56,6 +56,7 @@ QSize CKestView::clientSize() const
 /// Where the picture lies now: centred at the fit zoom only.
 ViewGeometry CKestView::placement() const
 {
+    const Guard guard(m->lock);
     ViewGeometry geometry;
     geometry.zoom = m->zoom;
     geometry.scroll = {horizontalScrollBar()->value(), verticalScrollBar()->value()};
@@ -79,6 +80,11 @@ void CKestView::updateScrollSizes()
     }
     if (!parentThreadMode)
         m->scrollSize = placement().shown();
+    layOutBars();
+}
+
+void CKestView::layOutBars()
+{
     const QSize client = clientSize();
     setBar(horizontalScrollBar(), m->scrollSize.width(), client.width());
     setBar(verticalScrollBar(), m->scrollSize.height(), client.height());
@@ -216,7 +222,7 @@ void CKestView::resizeEvent(QResizeEvent*)
     if (m->fitAsked && m->zoom == m->fitZoom)
         ZoomFitTo();
     else
-        updateScrollSizes();
+        layOutBars();
 }
 
 void CKestView::scrollContentsBy(int, int)

@@ -89,6 +89,16 @@ TEST_F(ViewZoom, AnUnfittedLargePictureIsReachableToItsLastPixel)
     EXPECT_EQ(view->DeviceToImage(QPointF(client.width() - 1, client.height() - 1)), CPoint(999, 899));
 }
 
+TEST_F(ViewZoom, TheFirstScrollSizeIs100UntilAPictureComes)
+{
+    view->setGeometry(0, 0, 70, 60);
+    const QSize client = view->viewport()->size();
+    EXPECT_EQ(view->horizontalScrollBar()->maximum(), 100 - client.width());
+    EXPECT_EQ(view->verticalScrollBar()->maximum(), 100 - client.height());
+    showRandom(10, 10, 8);
+    EXPECT_EQ(view->verticalScrollBar()->maximum(), 0);
+}
+
 TEST_F(ViewZoom, ParentThreadModeKeepsTheScrollSizes)
 {
     showRandom(1000, 900, 8);
