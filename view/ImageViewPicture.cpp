@@ -10,6 +10,8 @@
 
 #include "platform/File.h"
 
+#include <QThread>
+
 #include <new>
 
 using ormalux::Picture;
@@ -72,14 +74,18 @@ void CKestView::CreateImage(int width, int height, int bit_count)
 {
     const Guard guard(m->lock);
     m->image.create(width, height, bit_count, RowOrder::BottomUp);
-    m->fitAsked = false;
-    if (m->image.hasPicture()) {
+    const auto fit = [this, width, height, has = m->image.hasPicture()] {
+        m->fitAsked = false;
         const QSize client = clientSize();
-        // Without a client area there is nothing to fit to yet.
         const float ratio =
             std::min(float(client.width()) / float(width), float(client.height()) / float(height));
-        m->fitZoom = ratio > 0 ? ratio : m->fitZoom;
-    }
+        if (has && ratio > 0) // without a client area there is nothing to fit to yet
+            m->fitZoom = ratio;
+    };
+    if (QThread::currentThread() == thread())
+        fit();
+    else
+        QMetaObject::invokeMethod(this, fit, Qt::QueuedConnection);
     pictureChanged();
 }
 
@@ -92,12 +98,13 @@ void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned
 
 void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned char* bits, char filter)
 {
-    const bool usable =
-        bits && width > 0 && height > 0 && ormalux::paddedRow(width, 24) * height <= INT32_MAX;
+    const Guard guard(m->lock);
+    const bool usable = bits && width > 0 && height > 0 &&
+                        ormalux::paddedRow(width, 24) <= INT32_MAX / height &&
+                        !m->image.outgrows(bits, ormalux::paddedRow(width, 24) * height);
     if (filter == 'O' || bit_count != 24 || !usable)
         return SetImagePtr(width, height, bit_count, bits);
     const Picture plane = planeOf(width, height, bits, filter);
-    const Guard guard(m->lock);
     // The plane's first row is the buffer's first: the bottom of the picture.
     PixelSource seen = plane.source();
     seen.bits += std::ptrdiff_t(width) * (plane.empty() ? 0 : height - 1);
@@ -133,37 +140,47 @@ void CKestView::SetImage(const CKestImage24& image)
 void CKestView::SetRowOrder(int order)
 {
     const Guard guard(m->lock);
+    if (order == GetRowOrder())
+        return;
     m->image.setRowOrder(order == TOP_DOWN ? RowOrder::TopDown : RowOrder::BottomUp);
+    m->file.clear();
     requestPaint();
+    tellEdited(); // every pixel that is seen is another one
 }
 
 int CKestView::GetRowOrder() const
 {
+    const Guard guard(m->lock);
     return m->image.rowOrder() == RowOrder::TopDown ? TOP_DOWN : BOTTOM_UP;
 }
 
 int CKestView::GetWidth() const
 {
+    const Guard guard(m->lock);
     return m->image.width();
 }
 
 int CKestView::GetHeight() const
 {
+    const Guard guard(m->lock);
     return m->image.height();
 }
 
 int CKestView::GetBitCount() const
 {
+    const Guard guard(m->lock);
     return m->image.bitCount();
 }
 
 unsigned char* CKestView::GetImagePtr()
 {
+    const Guard guard(m->lock);
     return m->image.bits();
 }
 
 CKestImage* CKestView::GetImage() const
 {
+    const Guard guard(m->lock); // no other picture between its size and its pixels
     return GetImage(0, 0, GetWidth(), GetHeight());
 }
 
@@ -179,6 +196,7 @@ CKestImage* CKestView::GetImage(int x, int y, int w, int h) const
 
 CKestImage24* CKestView::GetImage24() const
 {
+    const Guard guard(m->lock);
     return GetImage24(0, 0, GetWidth(), GetHeight());
 }
 
@@ -212,7 +230,7 @@ void CKestView::SetPixel(int x, int y, unsigned char value)
 unsigned long CKestView::GetPixel24(int x, int y) const
 {
     const Guard guard(m->lock);
-    const std::int64_t offset = m->image.stride() * y + x;
+    const std::int64_t offset = m->image.hasBuffer() ? m->image.stride() * y + x : 0;
     unsigned long value = 0;
     for (int i = 0; i < 3; ++i)
         if (const std::uint8_t* const byte = m->image.byteAt(offset + i))
@@ -223,7 +241,7 @@ unsigned long CKestView::GetPixel24(int x, int y) const
 void CKestView::SetPixel24(int x, int y, unsigned long value)
 {
     const Guard guard(m->lock);
-    const std::int64_t offset = m->image.stride() * y + x;
+    const std::int64_t offset = m->image.hasBuffer() ? m->image.stride() * y + x : 0;
     for (int i = 0; i < 3; ++i)
         if (std::uint8_t* const byte = m->image.byteAt(offset + i))
             *byte = std::uint8_t(value >> (16 - 8 * i));

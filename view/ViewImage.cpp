@@ -8,6 +8,7 @@
 #include <cstring>
 #include <functional>
 #include <new>
+#include <utility>
 
 namespace ormalux {
 
@@ -50,11 +51,22 @@ void ViewImage::adopt(std::uint8_t* bits, bool owned, int width, int height, int
     m_order = order;
 }
 
+bool ViewImage::owns(const std::uint8_t* bits) const
+{
+    const std::less<const std::uint8_t*> below;
+    return m_owned && m_bits && !below(bits, m_bits) &&
+           below(bits, m_bits + bufferLength(m_width, m_height, m_bitCount));
+}
+
+bool ViewImage::outgrows(const std::uint8_t* bits, std::int64_t length) const
+{
+    return owns(bits) && length > m_bits + bufferLength(m_width, m_height, m_bitCount) - bits;
+}
+
 std::uint8_t* ViewImage::roomFor(std::int64_t length, const std::uint8_t* from)
 {
     const std::int64_t present = m_bits && m_owned ? bufferLength(m_width, m_height, m_bitCount) : 0;
-    const std::less<const std::uint8_t*> below;
-    if (length > 0 && length == present && (below(from, m_bits) || !below(from, m_bits + present)))
+    if (length > 0 && length == present && !owns(from))
         return m_bits;
     return length > 0 ? new (std::nothrow) std::uint8_t[std::size_t(length)] : nullptr;
 }
@@ -68,7 +80,9 @@ void ViewImage::create(int width, int height, int bitCount, RowOrder order)
 
 void ViewImage::copy(int width, int height, int bitCount, const std::uint8_t* bits, RowOrder order)
 {
-    const std::int64_t length = bits ? bufferLength(width, height, bitCount) : 0;
+    std::int64_t length = bits ? bufferLength(width, height, bitCount) : 0;
+    if (outgrows(bits, length))
+        length = 0;
     // The caller may pass the very buffer that is shown: it is freed only after the copy.
     std::uint8_t* const room = roomFor(length, bits);
     if (room)
@@ -78,10 +92,14 @@ void ViewImage::copy(int width, int height, int bitCount, const std::uint8_t* bi
 
 void ViewImage::link(int width, int height, int bitCount, std::uint8_t* bits, RowOrder order)
 {
-    const bool usable = bits && bufferLength(width, height, bitCount) > 0;
-    if (usable && m_owned && bits == m_bits) // linking the view's own buffer to itself: it stays the owner
-        m_bits = nullptr;
-    adopt(usable ? bits : nullptr, false, width, height, bitCount, order);
+    const std::int64_t length = bits ? bufferLength(width, height, bitCount) : 0;
+    if (length == 0 || outgrows(bits, length))
+        return adopt(nullptr, false, width, height, bitCount, order);
+    const bool own = owns(bits);
+    std::uint8_t* const kept = own ? m_bits : bits;
+    if (kept != bits)
+        std::memmove(kept, bits, std::size_t(length));
+    adopt(kept, own, width, height, bitCount, order);
 }
 
 bool ViewImage::assign(const PixelSource& picture, RowOrder order)

@@ -33,9 +33,10 @@ public:
 
     /// A black picture in an own buffer.
     void create(int width, int height, int bitCount, RowOrder order);
-    /// A copy of padded rows; null leaves no picture.
+    /// A copy of padded rows; null leaves no picture, and so do rows that begin in the own buffer and end
+    /// behind it.
     void copy(int width, int height, int bitCount, const std::uint8_t* bits, RowOrder order);
-    /// Shows the caller's padded rows, which are never freed.
+    /// Shows the caller's padded rows, which are never freed. Rows of the own buffer stay owned.
     void link(int width, int height, int bitCount, std::uint8_t* bits, RowOrder order);
     /// A copy of a picture as seen, stored in the given order. False, with the old picture kept, when memory
     /// is short or there is nothing to copy.
@@ -43,12 +44,15 @@ public:
     void setRowOrder(RowOrder order) { m_order = order; }
 
     bool hasPicture() const { return !source().empty(); }
+    bool hasBuffer() const { return m_bits != nullptr; } ///< also of a depth that makes no picture
     int width() const { return m_width; }
     int height() const { return m_height; }
     int bitCount() const { return m_bitCount; }
     RowOrder rowOrder() const { return m_order; }
     std::int64_t stride() const { return paddedRow(m_width, m_bitCount); }
     std::uint8_t* bits() { return m_bits; }
+    /// Whether bytes of somebody's begin in the buffer that is owned here and end behind it.
+    bool outgrows(const std::uint8_t* bits, std::int64_t length) const;
     /// The byte at an offset of the buffer; null outside.
     std::uint8_t* byteAt(std::int64_t offset, std::int64_t count = 1);
     /// The picture as seen; empty without one.
@@ -68,6 +72,7 @@ public:
     bool edit(const std::function<void(CKestImage24&)>& operation, ColorRows rows);
 
 private:
+    bool owns(const std::uint8_t* bits) const;
     void adopt(std::uint8_t* bits, bool owned, int width, int height, int bitCount, RowOrder order);
     /// A buffer to write a picture to: the own one where it has this length and is not what is read, else a
     /// fresh one. Null when memory is short.

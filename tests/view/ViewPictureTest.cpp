@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -96,6 +97,30 @@ TEST_F(ViewPicture, LinkedBuffersAreShownInPlaceAndNeverFreed)
     EXPECT_EQ(view->GetImagePtr(), nullptr);
     view->SetImagePtr(INT_MAX, INT_MAX, 24, camera.data());
     EXPECT_EQ(view->GetImagePtr(), nullptr);
+}
+
+TEST_F(ViewPicture, TheOwnBufferLinkedStaysOwnAndIsNeverLeft)
+{
+    ormalux::ViewImage image;
+    image.create(8, 4, 8, ormalux::RowOrder::TopDown);
+    std::uint8_t* const own = image.bits();
+    std::iota(own, own + 32, std::uint8_t(0));
+    image.link(4, 6, 8, own + 8, ormalux::RowOrder::TopDown);
+    EXPECT_EQ(image.bits()[23], 31);
+    EXPECT_TRUE(image.outgrows(image.bits(), 25)); // still owned
+    image.link(4, 7, 8, image.bits(), ormalux::RowOrder::TopDown);
+    EXPECT_EQ(image.bits(), nullptr);
+
+    view->CreateImage(8, 4, 8);
+    view->SetImagePtr(8, 5, 8, view->GetImagePtr());
+    EXPECT_EQ(view->GetImagePtr(), nullptr);
+    view->CreateImage(8, 4, 8);
+    view->SetImagePtr(8, 2, 24, view->GetImagePtr(), 'R');
+    EXPECT_EQ(view->GetImagePtr(), nullptr);
+    view->SetImagePtr(INT_MAX, INT_MAX, 24, bytes.data(), 'R');
+    EXPECT_EQ(view->GetImagePtr(), nullptr);
+    view->SetImagePtr(INT_MAX, 1, INT_MAX, nullptr);
+    EXPECT_EQ(view->GetPixel24(0, INT_MAX), 0u);
 }
 
 TEST_F(ViewPicture, APlaneOfAColourBufferStandsUprightForEveryWidth)

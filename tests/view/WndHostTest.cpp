@@ -2,7 +2,9 @@
 #include "tests/support/WndFixture.h"
 
 #include <QDialog>
+#include <QProxyStyle>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTranslator>
 #include <QVBoxLayout>
 
@@ -35,6 +37,20 @@ public:
         return std::string_view(context) == "CKestWnd" ? "[" + QString::fromUtf8(text) + "]" : QString();
     }
     bool isEmpty() const override { return false; }
+};
+
+/// Tells whether another thread than the application's has asked for something.
+class WatchingStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override
+    {
+        if (QThread::currentThread() != qApp->thread())
+            strayed = true;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    mutable std::atomic<bool> strayed = false;
 };
 
 } // namespace
@@ -197,6 +213,8 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
 {
     CKestWnd::ParentThreadMode(1);
     const QTemporaryDir folder;
+    WatchingStyle style;
+    window.GetView()->setStyle(&style);
     showGray(64, 48);
     const std::string path = folder.filePath("a.bmp").toStdString();
     ASSERT_EQ(window.SaveImage(path.c_str()), 1);
@@ -205,6 +223,7 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     std::thread host([&] {
         for (int i = 0; i < 50; ++i) {
             std::vector<unsigned char> bits(std::size_t(68) * 40, static_cast<unsigned char>(i));
+            window.CreateImage(i + 1, 20, 8);
             window.SetImagePtr(65, 40, 8, bits.data());
             window.Invert();
             window.AddLine(0, 0, i, i, 0, 1, RGB(255, 0, 0), "host");
@@ -228,7 +247,26 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     EXPECT_EQ(window.GetTrackerRect(), CRect(1, 2, 3, 4));
     EXPECT_EQ(window.IsTrackerMode(), 1);
     EXPECT_EQ(window.GetView()->y(), 1);
+    EXPECT_FALSE(style.strayed);
+    window.GetView()->setStyle(nullptr);
     CKestWnd::ParentThreadMode(0);
+}
+
+TEST_F(WndHost, AToolSeesThePictureTurnedOverWithItsRowOrder)
+{
+    pixels = {0, 0, 0, 0, 200, 200, 200, 200};
+    window.SetImagePtr(4, 2, 8, pixels.data()); // the dark row is the lower one
+    ASSERT_TRUE(window.SendCommand(6603));
+    const auto lower = [this] {
+        QApplication::processEvents();
+        const CPoint at = window.GetView()->ImageToDevice(2, 1);
+        const qreal scale = window.devicePixelRatioF();
+        return qGray(window.GetView()->GetScreen().pixel(int((at.x + 4) * scale), int((at.y + 4) * scale)));
+    };
+    window.ZoomFitTo();
+    EXPECT_EQ(lower(), 0);
+    window.SetRowOrder(TOP_DOWN);
+    EXPECT_EQ(lower(), 255);
 }
 
 TEST_F(WndHost, SeveralWindowsLiveInOneDialogAndKeepApart)
