@@ -22,7 +22,7 @@ using CRuntimeClass = const QMetaObject;
 using KestHostProc = long (*)(int, int, int, int, CWnd*);
 
 /// The drawing tool that the next drag with the left button follows.
-enum TOOL_DRAW_SHAPE
+enum TOOL_DRAW_SHAPE : int
 {
     TOOL_NONE = 0,
     TOOL_LINE = 1,

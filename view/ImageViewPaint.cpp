@@ -30,7 +30,7 @@ void CKestView::composeFrame(QRect exposed)
     ormalux::prepareFrame(m->frame, whole.size(), devicePixelRatioF());
     ormalux::paintPixels(m->frame, picture, now, exposed);
     if (m->overlayVisible)
-        ormalux::paintOverlays(m->frame, m->overlays, now, exposed);
+        ormalux::paintOverlays(m->frame, m->overlays, now);
     ormalux::paintLevels(m->frame, picture, now, exposed);
     if (!m->screenFile.empty()) {
         const CString path = std::exchange(m->screenFile, {});

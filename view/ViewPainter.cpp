@@ -124,14 +124,14 @@ void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& 
     paintBeside(out, canvas.stride, columns, rows);
 }
 
-void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry, const QRect& exposed)
+void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry)
 {
     if (frame.isNull() || shapes.GetCount() == 0)
         return;
     QPainter painter(&frame);
     const QPoint start = geometry.center - geometry.scroll;
     painter.translate(start);
-    const QRect shown = (exposed & QRect(QPoint(0, 0), clientOf(frame))).translated(-start);
+    const QRect shown = QRect(QPoint(0, 0), clientOf(frame)).translated(-start);
     RECT clip{shown.left(), shown.top(), shown.left() + shown.width(), shown.top() + shown.height()};
     shapes.Draw(&painter, geometry.zoom, geometry.zoom, &clip);
 }

@@ -22,8 +22,8 @@ void prepareFrame(QImage& frame, QSize client, qreal scale);
 void paintPixels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
                  const QRect& exposed);
 
-/// Draws the shapes over it.
-void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry, const QRect& exposed);
+/// Draws the shapes over it, whatever part is exposed: heads and wide pens reach out of a shape's box.
+void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geometry);
 
 /// Writes every visible pixel's gray level into its cell. Only for gray pictures at the largest zoom;
 /// otherwise nothing happens.

@@ -49,7 +49,7 @@ QImage composed(const PixelSource& picture, const ViewGeometry& geometry, qreal 
     ormalux::prepareFrame(frame, client, scale);
     ormalux::paintPixels(frame, picture, geometry, everything);
     if (shapes)
-        ormalux::paintOverlays(frame, *shapes, geometry, everything);
+        ormalux::paintOverlays(frame, *shapes, geometry);
     ormalux::paintLevels(frame, picture, geometry, everything);
     return frame;
 }

@@ -107,12 +107,14 @@ TEST_F(ViewPaint, PaintingAPartLeavesTheRestOfTheScreenAsItWas)
             view->ZoomPlus(30);
         view->GetOverlays().AddEllipse(3, 3, 30, 20, 0, 1, RGB(0, 255, 0), "a");
         view->GetOverlays().AddLine(0, 49, 59, 0, 1, 1, RGB(255, 0, 0), "a");
+        view->GetOverlays().AddArrow(5, 12, 28, 12, 40, 0, 19, RGB(0, 0, 255), "a");
         view->SetTrackerMode(1);
         view->SetTrackerPosition(CRect(2, 2, 12, 9));
         QApplication::processEvents();
         QImage store = seen();
         const QImage whole = store.copy();
-        for (const QRect part : {QRect(0, 0, 30, 40), QRect(51, 33, 101, 77), QRect(390, 290, 50, 50)}) {
+        for (const QRect part :
+             {QRect(0, 0, 30, 40), QRect(0, 50, 400, 9), QRect(51, 33, 101, 77), QRect(390, 290, 50, 50)}) {
             view->viewport()->render(&store, part.topLeft(), part, QWidget::RenderFlags());
             EXPECT_EQ(store, whole) << largest << " part at " << part.left();
         }
