@@ -199,6 +199,4 @@ void CHistogramDlg::hideEvent(QHideEvent* event)
 void CHistogramDlg::retranslate()
 {
     m_ui->retranslateUi(this);
-    showCurves();
-    showList();
 }

@@ -147,6 +147,4 @@ void CLineGauageDlg::draw()
 void CLineGauageDlg::retranslate()
 {
     m_ui->retranslateUi(this);
-    if (isVisible())
-        refresh();
 }

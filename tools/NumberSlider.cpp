@@ -31,7 +31,6 @@ void arrange(QWidget* owner, QSlider* slider, QWidget* number, const QString& lo
     grid->setColumnStretch(0, 1);
     number->setMinimumWidth(
         number->fontMetrics().horizontalAdvance(QStringLiteral("00000000.0"))); // all alike
-    owner->setFocusProxy(number);
 }
 
 } // namespace

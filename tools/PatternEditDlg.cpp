@@ -1,5 +1,6 @@
 #include "tools/PatternEditDlg.h"
 
+#include "tools/DialogKeys.h"
 #include "ui_PatternEditDlg.h"
 
 #include <QCloseEvent>
@@ -45,6 +46,7 @@ CPatternEditDlg::CPatternEditDlg(const QString& path, QWidget* parent)
     m_ui->key->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[\\x{20}-\\x{FF}]")), m_ui->key));
     m_ui->preview->setPattern(m_ui->pixels->pattern());
+    new ormalux::DialogKeys(*this);
     connectControls();
     load();
     m_ui->pixels->setFocus();

@@ -189,6 +189,4 @@ void CPointGauageDlg::hideEvent(QHideEvent* event)
 void CPointGauageDlg::retranslate()
 {
     m_ui->retranslateUi(this);
-    if (isVisible())
-        refresh();
 }

@@ -1,5 +1,6 @@
 #include "tools/ToolButtonRow.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -33,35 +34,47 @@ ToolButtonRow::ToolButtonRow(QWidget* parent)
     bar->setTextVisible(false);
     bar->setMaximumHeight(bar->fontMetrics().height());
     busyRow->addWidget(bar);
-    auto* const cancel = new QPushButton(tr("취소"), m_busy);
-    cancel->setObjectName(QStringLiteral("cancel"));
-    cancel->setAutoDefault(false);
-    connect(cancel, &QPushButton::clicked, this, &ToolButtonRow::cancelAsked);
-    busyRow->addWidget(cancel);
+    busyRow->addWidget(add("cancel", QT_TR_NOOP("취소"), &ToolButtonRow::cancelAsked));
     column->addWidget(m_busy);
     m_busy->hide();
     m_busySoon->setSingleShot(true);
     m_busySoon->setInterval(momentMs);
     connect(m_busySoon, &QTimer::timeout, m_busy, &QWidget::show);
 
-    column->addLayout(new QHBoxLayout);
-    add("scriptToClipboard", tr("Script to Clipboard"), &ToolButtonRow::scriptAsked);
-    add("programToClipboard", tr("Program to Clipboard"), &ToolButtonRow::programAsked);
-    add("addToRecipe", tr("Add to Recipe ..."), &ToolButtonRow::recipeAsked);
-    static_cast<QBoxLayout*>(column->itemAt(2)->layout())->addStretch();
-    m_apply = add("apply", tr("적용"), &ToolButtonRow::applyAsked);
+    auto* const row = new QHBoxLayout;
+    column->addLayout(row);
+    row->addWidget(add("scriptToClipboard", QT_TR_NOOP("Script to Clipboard"), &ToolButtonRow::scriptAsked));
+    row->addWidget(
+        add("programToClipboard", QT_TR_NOOP("Program to Clipboard"), &ToolButtonRow::programAsked));
+    row->addWidget(add("addToRecipe", QT_TR_NOOP("Add to Recipe ..."), &ToolButtonRow::recipeAsked));
+    row->addStretch();
+    m_apply = add("apply", QT_TR_NOOP("적용"), &ToolButtonRow::applyAsked);
+    row->addWidget(m_apply);
     m_apply->hide();
-    add("close", tr("닫기"), &ToolButtonRow::closeAsked);
+    row->addWidget(add("close", QT_TR_NOOP("닫기"), &ToolButtonRow::closeAsked));
+    retranslate();
 }
 
-QPushButton* ToolButtonRow::add(const char* name, const QString& text, void (ToolButtonRow::*asked)())
+QPushButton* ToolButtonRow::add(const char* name, const char* text, void (ToolButtonRow::*asked)())
 {
-    auto* const button = new QPushButton(text, this);
+    auto* const button = new QPushButton(this);
     button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false); // Enter in a number's field belongs to the number
     connect(button, &QPushButton::clicked, this, asked);
-    layout()->itemAt(2)->layout()->addWidget(button);
+    m_texts.append({button, text});
     return button;
+}
+
+void ToolButtonRow::retranslate()
+{
+    for (const auto& [button, text] : m_texts)
+        button->setText(tr(text));
+}
+
+void ToolButtonRow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
 }
 
 bool ToolButtonRow::applies() const

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QWidget>
+
+#include <utility>
 
 class QLabel;
 class QPushButton;
@@ -34,13 +37,18 @@ Q_SIGNALS:
     void closeAsked();
     void cancelAsked();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
-    QPushButton* add(const char* name, const QString& text, void (ToolButtonRow::*asked)());
+    QPushButton* add(const char* name, const char* text, void (ToolButtonRow::*asked)());
+    void retranslate();
 
     QLabel* m_message;
     QWidget* m_busy;
     QTimer* m_busySoon;
     QPushButton* m_apply;
+    QList<std::pair<QPushButton*, const char*>> m_texts; ///< as they are written
 };
 
 } // namespace ormalux

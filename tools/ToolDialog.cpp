@@ -1,6 +1,7 @@
 #include "tools/ToolDialog.h"
 
 #include "platform/Stdlib.h"
+#include "tools/DialogKeys.h"
 #include "tools/LatestJob.h"
 #include "tools/RecipeFile.h"
 #include "tools/ResultTable.h"
@@ -10,7 +11,10 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QHash>
+#include <QScreen>
+#include <QStyle>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ormalux {
@@ -53,6 +57,7 @@ void ToolDialog::attach(const char* className, ToolButtonRow* buttons, ResultTab
     setObjectName(QLatin1String(className));
     m_buttons = buttons;
     m_results = results;
+    new DialogKeys(*this);
     connect(buttons, &ToolButtonRow::scriptAsked, this,
             [this] { CStdlib::CopyToClipboard(this, read().script(sceneOf(m_host))); });
     connect(buttons, &ToolButtonRow::programAsked, this,
@@ -122,11 +127,33 @@ void ToolDialog::askForRecipe()
     dialog->open();
 }
 
+/// At the window's right, beside it where the screen has the room: the picture stays seen. Each further
+/// dialog leaves the titles of those below it seen.
+QPoint ToolDialog::firstPlace() const
+{
+    const QWidget* const view = parentWidget();
+    if (!view || !screen())
+        return pos();
+    const QRect room = screen()->availableGeometry();
+    const QRect window = view->window()->frameGeometry();
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QSize own = size().expandedTo(sizeHint()) + QSize(2, title);
+    int others = 0;
+    for (const ToolDialog* const other : view->findChildren<ToolDialog*>(Qt::FindDirectChildrenOnly))
+        others += other != this && other->isVisible() ? 1 : 0;
+    const bool beside = window.right() + own.width() <= room.right();
+    const int left = beside ? window.right() + 1 : std::min(window.right(), room.right()) - own.width();
+    const int top = view->mapToGlobal(QPoint(0, title)).y(); // the frame may lie above it
+    const QPoint place = QPoint(left, top) + others * QPoint(-title, title);
+    return {std::max(room.left(), place.x()),
+            std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - own.height()))};
+}
+
 void ToolDialog::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
-    if (!m_placed && places().contains(objectName()))
-        move(places()[objectName()]);
+    if (!m_placed)
+        move(places().value(objectName(), firstPlace()));
     m_placed = true;
     setMessage({});
     refresh();
@@ -141,8 +168,11 @@ void ToolDialog::hideEvent(QHideEvent* event)
 
 void ToolDialog::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange && m_buttons)
+    if (event->type() == QEvent::LanguageChange && m_buttons) {
         retranslate();
+        if (isVisible())
+            refresh();
+    }
     QDialog::changeEvent(event);
 }
 

@@ -14,7 +14,8 @@ class ToolButtonRow;
 
 /// What all tool dialogs have in common: they stay beside the window (never modal), follow its picture and
 /// region, keep their place for the session, draw on a layer of their own, and leave neither drawings nor
-/// previews behind when they close. Enter applies where there is something to apply, Escape closes.
+/// previews behind when they close. Enter applies where there is something to apply and no other button has
+/// the focus, Escape closes.
 ///
 /// A dialog's constructor sets up its form, connects its controls and calls attach(); from then on
 /// refresh() is called whenever the dialog is shown or the picture or the region has changed while it is.
@@ -58,10 +59,11 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
-    /// Gives the form its texts again after the language has changed.
+    /// Gives the form its texts again after the language has changed; while it is shown, refresh() follows.
     virtual void retranslate() {}
 
 private:
+    QPoint firstPlace() const;
     void leave();
     void askForRecipe();
     void chooseResult(int index);
