@@ -7,9 +7,13 @@
 #include "ui_BlobDlg.h"
 
 #include <QAction>
+#include <QRectF>
 
 #include <algorithm>
+#include <cmath>
+#include <string>
 #include <tuple>
+#include <vector>
 
 using ormalux::BlobTool;
 using ormalux::ResultList;
@@ -21,7 +25,10 @@ constexpr int listedBlobs = 100000;
 constexpr std::size_t drawnBoxes = 10000;
 /// More numbers than this hide the picture.
 constexpr std::size_t readableNumbers = 150;
+// On the screen, whatever the zoom.
 constexpr int numberHeight = 12;
+constexpr double digitWidth = 0.6 * numberHeight;
+constexpr double lineHeight = 1.2 * numberHeight;
 
 } // namespace
 
@@ -35,6 +42,10 @@ CBlobDlg::CBlobDlg(ormalux::ToolHost& host, QWidget* parent)
     attach("CBlobDlg", m_ui->buttons, m_ui->results);
     connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, &CBlobDlg::refresh);
     connect(m_ui->objectWhite, &QRadioButton::toggled, this, &CBlobDlg::refresh);
+    connect(&host, &ormalux::ToolHost::zoomChanged, this, [this] {
+        if (isVisible() && results()->results().rows.size() <= readableNumbers)
+            draw();
+    });
     connect(m_ui->sort, &QComboBox::currentIndexChanged, this, &CBlobDlg::refresh);
     connect(m_ui->buttons, &ormalux::ToolButtonRow::cancelAsked, this, [this] {
         forget();
@@ -158,18 +169,37 @@ void CBlobDlg::draw()
     const auto& rows = results()->results().rows;
     host().clearLayer(layer());
     const std::size_t drawn = std::min(rows.size(), drawnBoxes);
-    for (std::size_t i = 0; i < drawn; ++i) {
-        const CRect& box = rows[i].box;
-        strokes::frame(host(), layer(), box, strokes::blob);
-        if (rows.size() > readableNumbers)
-            continue;
-        const LONG above = box.top - numberHeight - 4;
-        host().addText(layer(), {box.left, above >= 0 ? above : box.bottom + 2}, std::to_string(i + 1),
-                       numberHeight, strokes::blob.color);
-    }
+    for (std::size_t i = 0; i < drawn; ++i)
+        strokes::frame(host(), layer(), rows[i].box, strokes::blob);
+    drawNumbers();
     if (m_chosen >= 0)
         strokes::frame(host(), layer(), rows[std::size_t(m_chosen)].box, strokes::chosen);
     host().repaint();
+}
+
+/// The chosen blob's number and, of the others, those that overlap none before them at this zoom.
+void CBlobDlg::drawNumbers()
+{
+    const auto& rows = results()->results().rows;
+    const double zoom = host().zoom();
+    std::vector<QRectF> taken;
+    const auto draw = [&](std::size_t i, COLORREF color) {
+        const CRect& box = rows[i].box;
+        const std::string number = std::to_string(i + 1);
+        const LONG above = box.top - LONG(std::ceil((numberHeight + 4) / zoom));
+        const LONG top = above >= 0 ? above : box.bottom + 1 + LONG(std::ceil(1 / zoom));
+        const QRectF place(QPointF(box.left, top) * zoom,
+                           QSizeF(digitWidth * double(number.size()), lineHeight));
+        if (std::any_of(taken.begin(), taken.end(), [&](const QRectF& r) { return r.intersects(place); }))
+            return;
+        taken.push_back(place);
+        host().addText(layer(), {box.left, top}, number, numberHeight, color);
+    };
+    if (m_chosen >= 0)
+        draw(std::size_t(m_chosen), strokes::chosen.color);
+    for (std::size_t i = 0; i < rows.size() && rows.size() <= readableNumbers; ++i)
+        if (int(i) != m_chosen)
+            draw(i, strokes::blob.color);
 }
 
 void CBlobDlg::resultChosen(int index)
@@ -181,6 +211,4 @@ void CBlobDlg::resultChosen(int index)
 void CBlobDlg::retranslate()
 {
     m_ui->retranslateUi(this);
-    if (isVisible())
-        refresh();
 }

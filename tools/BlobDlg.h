@@ -32,6 +32,7 @@ private:
     void showFound(const ormalux::BlobTool::Found& found, ormalux::ResultList list);
     void forget();
     void draw();
+    void drawNumbers();
     QString verdict(const ormalux::BlobTool::Found& found) const;
 
     std::unique_ptr<Ui::BlobDlg> m_ui;

@@ -83,6 +83,7 @@ Q_SIGNALS:
     void pictureChanged();
     /// The region of interest is another one.
     void areaChanged();
+    void zoomChanged();
     /// The operator clicked a pixel without dragging.
     void pixelClicked(int x, int y);
     void linePicked(int x1, int y1, int x2, int y2);

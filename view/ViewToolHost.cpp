@@ -20,6 +20,7 @@ ViewToolHost::ViewToolHost(CKestView& view) : m_view(view)
     connect(&view, &CKestView::imageChanged, this, &ViewToolHost::pictureTouched);
     connect(&view, &CKestView::imageEdited, this, &ViewToolHost::pictureTouched);
     connect(&view, &CKestView::trackerChanged, this, &ToolHost::areaChanged);
+    connect(&view, &CKestView::zoomChanged, this, &ToolHost::zoomChanged);
     connect(&view, &CKestView::pixelClicked, this, &ToolHost::pixelClicked);
     connect(&view, &CKestView::rubberBandEnded, this, [this](int x1, int y1, int x2, int y2) {
         if (std::exchange(m_pickingLine, false))

@@ -131,16 +131,24 @@ TEST_F(BlobDlg, BoxesEncloseTheBlobsAndAreLinkedWithTheRows)
     QDialog* const dialog = openBlobs();
     setLevel(dialog, 100);
     finish();
-    CDrawObjArray expected;
-    for (int i = 0; i < 30; ++i) {
-        const int x = i % 6 * 4 + 2, y = i / 6 * 4 + 2;
-        expected.AddRectangle(x, y, x + 2, y + 2, 0, 1, RGB(255, 64, 64), "");
-        expected.AddText(x, y >= 16 ? y - 16 : y + 3, std::to_string(i + 1).c_str(), 12, RGB(255, 64, 64),
-                         "");
-    }
+    CDrawObjArray boxes;
+    for (int i = 0; i < 30; ++i)
+        boxes.AddRectangle(i % 6 * 4 + 2, i / 6 * 4 + 2, i % 6 * 4 + 4, i / 6 * 4 + 4, 0, 1, RGB(255, 64, 64),
+                           "");
+    const auto addNumber = [](CDrawObjArray& shapes, int i, COLORREF color) {
+        shapes.AddText(i % 6 * 4 + 2, i / 6 * 4 + 1, std::to_string(i + 1).c_str(), 12, color, "");
+    };
+    CDrawObjArray expected(boxes);
+    for (int i = 0; i < 30; ++i)
+        addNumber(expected, i, RGB(255, 64, 64));
     expectDrawn(expected);
     clickPixel(3 * 4 + 3, 2 * 4 + 2);
     EXPECT_EQ(table(dialog)->selectedResult(), 15);
+    expected = boxes;
+    addNumber(expected, 15, RGB(0, 200, 255));
+    for (int i = 0; i < 30; ++i)
+        if (i != 15)
+            addNumber(expected, i, RGB(255, 64, 64));
     expected.AddRectangle(14, 10, 16, 12, 0, 2, RGB(0, 200, 255), "");
     expectDrawn(expected);
     table(dialog)->sortByColumn(1, Qt::DescendingOrder); // Left
@@ -150,6 +158,33 @@ TEST_F(BlobDlg, BoxesEncloseTheBlobsAndAreLinkedWithTheRows)
     QTest::keyClick(dialog, Qt::Key_Escape);
     settle();
     EXPECT_EQ(view->GetOverlays().GetCount(), 0);
+}
+
+TEST_F(BlobDlg, NumbersThatWouldOverlapAtThisZoomAreLeftOut)
+{
+    show(dots(6, 5));
+    QDialog* const dialog = openBlobs();
+    setLevel(dialog, 100);
+    finish();
+    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 30 + 30);
+    window.Zoom100();
+    settle();
+    CDrawObjArray boxes;
+    for (int i = 0; i < 30; ++i)
+        boxes.AddRectangle(i % 6 * 4 + 2, i / 6 * 4 + 2, i % 6 * 4 + 4, i / 6 * 4 + 4, 0, 1, RGB(255, 64, 64),
+                           "");
+    CDrawObjArray expected(boxes);
+    for (const int number : {1, 3, 5})
+        expected.AddText(number * 4 - 2, 5, std::to_string(number).c_str(), 12, RGB(255, 64, 64), "");
+    expectDrawn(expected);
+    table(dialog)->selectRow(1);
+    settle();
+    expected = boxes;
+    expected.AddText(6, 5, "2", 12, RGB(0, 200, 255), "");
+    for (const int number : {4, 6})
+        expected.AddText(number * 4 - 2, 5, std::to_string(number).c_str(), 12, RGB(255, 64, 64), "");
+    expected.AddRectangle(6, 2, 8, 4, 0, 2, RGB(0, 200, 255), "");
+    expectDrawn(expected);
 }
 
 TEST_F(BlobDlg, TheChosenBlobIsSavedAsASourceAtTheLevelThatFoundIt)
@@ -214,7 +249,7 @@ TEST_F(BlobDlg, ManyBlobsAreAllListedAndTheBoxesLimited)
     EXPECT_EQ(message(dialog), "처음 10000개만 영상에 표시합니다.");
     table(dialog)->selectRow(14999);
     settle();
-    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10001);
+    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10002);
 }
 
 TEST_F(BlobDlg, TooManyPixelsForAListAreCounted)
