@@ -14,7 +14,7 @@ std::span<const MenuRow> Menus::rows()
         {"tool", nullptr, QT_TR_NOOP("도구(&T)")},
         {"help", nullptr, QT_TR_NOOP("도움말(&H)")},
         {"recent", "file", QT_TR_NOOP("최근 파일(&R)")},
-        {"language", "view", QT_TR_NOOP("언어 (Language)")},
+        {"language", "view", QT_TR_NOOP("언어 (&Language)")},
         {"theme", "view", QT_TR_NOOP("테마(&M)")},
         {"turn", "process", QT_TR_NOOP("돌리기와 뒤집기(&T)")},
         {"effect", "process", QT_TR_NOOP("효과(&E)")},

@@ -1,10 +1,13 @@
 #include "app/Theme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QSettings>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 #ifdef ORMALUX_DESKTOP_PORTAL
 #include <QDBusConnection>
@@ -63,6 +66,37 @@ bool isDark(const QPalette& palette)
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
+/// The toolkit's own style, which outlines the boxes and circles that are to be ticked by a shade darker than
+/// the window: on a dark one nobody sees them before they are ticked. Here the outline is a light one.
+class OwnStyle : public QProxyStyle
+{
+public:
+    OwnStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool box = element == PE_IndicatorCheckBox;
+        if ((!box && element != PE_IndicatorRadioButton) || !isDark(option->palette) ||
+            (option->state & (State_HasFocus | State_KeyboardFocusChange)) ==
+                (State_HasFocus | State_KeyboardFocusChange))
+            return;
+        const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setBrush(Qt::NoBrush);
+        const bool enabled = option->state.testFlag(State_Enabled);
+        painter->setPen(option->palette.color(enabled ? QPalette::Active : QPalette::Disabled,
+                                              enabled ? QPalette::PlaceholderText : QPalette::Text));
+        if (box)
+            painter->drawRect(outline);
+        else
+            painter->drawEllipse(outline);
+        painter->restore();
+    }
+};
+
 #ifdef ORMALUX_DESKTOP_PORTAL
 /// What the desktop's settings service says: 1 dark, 2 light, 0 nothing.
 int portalScheme()
@@ -93,8 +127,13 @@ const QString& systemStyle()
 
 void setStyle(const QString& name)
 {
-    if (QApplication::style()->objectName().compare(name, Qt::CaseInsensitive) != 0)
-        QApplication::setStyle(QStyleFactory::create(name));
+    QApplication::setStyle(QStyleFactory::create(name));
+}
+
+void setOwnStyle()
+{
+    if (!dynamic_cast<OwnStyle*>(QApplication::style()))
+        QApplication::setStyle(new OwnStyle);
 }
 
 } // namespace
@@ -120,14 +159,15 @@ void applyTheme(const QString& name)
 {
     const QString own = systemStyle();
     if (name == QLatin1String("system")) {
-        setStyle(own);
+        if (dynamic_cast<OwnStyle*>(QApplication::style()))
+            setStyle(own);
         QApplication::setPalette(QPalette());
         const bool dark = systemIsDark();
         if (dark == isDark(QApplication::palette()))
             return;
     }
     const bool dark = name == QLatin1String("dark") || (name == QLatin1String("system") && systemIsDark());
-    setStyle(QStringLiteral("Fusion"));
+    setOwnStyle();
     QApplication::setPalette(paletteOf(dark));
 }
 

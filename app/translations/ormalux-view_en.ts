@@ -32,8 +32,8 @@
         <translation>&amp;Recent Files</translation>
     </message>
     <message>
-        <source>언어 (Language)</source>
-        <translation>Language (언어)</translation>
+        <source>언어 (&amp;Language)</source>
+        <translation>&amp;Language (언어)</translation>
     </message>
     <message>
         <source>테마(&amp;M)</source>

@@ -2,6 +2,9 @@
 
 #include "tests/app/ViewerFixture.h"
 
+#include <QMenu>
+#include <QMenuBar>
+
 using namespace testing_support;
 
 namespace {
@@ -31,7 +34,7 @@ protected:
             look(widget->property("text").toString());
         }
         found.removeAll("한국어"); // languages are named in their own
-        found.removeAll("Language (언어)");
+        found.removeAll("&Language (언어)");
         return found;
     }
 };
@@ -50,6 +53,28 @@ TEST_F(LanguageTest, EveryTextOfTheOpenWindowChanges)
     QApplication::processEvents();
     EXPECT_EQ(action("rotateLeft")->text(), "왼쪽으로 90도 돌리기(&L)");
     EXPECT_GT(koreanTexts().size(), 30);
+}
+
+TEST_F(LanguageTest, NoLetterStandsForTwoEntriesOfAMenu)
+{
+    for (const char* language : {"ko", "en"}) {
+        viewer->setLanguage(language);
+        QApplication::processEvents();
+        QList<QWidget*> menus{viewer->menuBar()};
+        for (QMenu* const menu : viewer->findChildren<QMenu*>())
+            menus << menu;
+        for (const QWidget* const menu : menus) {
+            QMap<QKeySequence, QString> owners;
+            for (const QAction* const entry : menu->actions()) {
+                const QKeySequence letter = QKeySequence::mnemonic(entry->text());
+                if (letter.isEmpty())
+                    continue;
+                EXPECT_FALSE(owners.contains(letter)) << language << ": " << entry->text().toStdString()
+                                                      << ", " << owners[letter].toStdString();
+                owners[letter] = entry->text();
+            }
+        }
+    }
 }
 
 TEST_F(LanguageTest, AnUnknownLanguageChangesNothing)
