@@ -7,6 +7,7 @@
 #include <QAbstractScrollArea>
 #include <QImage>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -231,6 +232,8 @@ private:
     void scrollTo(QPoint position);
     void zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll);
     void zoomAbout(QPointF device, float step);
+    void askOnce(std::atomic<bool>& asked, const std::function<void()>& action);
+    void updateNow();
     void requestPaint();
     void pictureChanged();
     void tellEdited();

@@ -179,7 +179,9 @@ void CKestView::hover(QPointF device)
     const ViewGeometry now = placement();
     const int x = now.columnAt(float(device.x()));
     const int y = now.rowAt(float(device.y()));
-    const auto value = m->shown().valueAt(x, y);
+    auto value = m->shown().valueAt(x, y);
+    if (value && m->shown().bitCount() == 8 && GetBitCount() == 24)
+        *value *= 0x010101u; // what a tool shows of a colour picture in gray
     if (value)
         Q_EMIT pixelHovered(x, y, *value);
     else if (m->hovering)

@@ -84,11 +84,11 @@ QImage CKestView::GetScreen()
 
 void CKestView::ImageUpdate()
 {
-    if (QThread::currentThread() != thread()) {
-        QMetaObject::invokeMethod(
-            this, [this] { ImageUpdate(); }, Qt::QueuedConnection);
-        return;
-    }
+    askOnce(m->asked.update, [this] { updateNow(); });
+}
+
+void CKestView::updateNow()
+{
     viewport()->repaint();
     Q_EMIT imageEdited(); // a linked buffer changes without a call
     const Guard guard(m->lock);
@@ -104,10 +104,7 @@ void CKestView::ScreenToFile(const CString& path)
 
 void CKestView::requestPaint()
 {
-    if (QThread::currentThread() == thread())
-        viewport()->update();
-    else
-        QMetaObject::invokeMethod(viewport(), qOverload<>(&QWidget::update), Qt::QueuedConnection);
+    askOnce(m->asked.paint, [this] { viewport()->update(); });
 }
 
 void CKestView::pictureChanged()
@@ -117,22 +114,29 @@ void CKestView::pictureChanged()
         m->file.clear(); // at once: who loads a file names it next
         m->preview.reset();
     }
-    const auto show = [this] {
+    askOnce(m->asked.change, [this] {
         updateScrollSizes();
         viewport()->update();
         Q_EMIT imageChanged();
-    };
-    if (QThread::currentThread() == thread())
-        show();
-    else
-        QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+    });
 }
 
 void CKestView::tellEdited()
 {
+    askOnce(m->asked.edited, [this] { Q_EMIT imageEdited(); });
+}
+
+/// Done at once on the view's thread. From another it is queued once, however often it is asked for: a camera
+/// may be faster than the screen.
+void CKestView::askOnce(std::atomic<bool>& asked, const std::function<void()>& action)
+{
     if (QThread::currentThread() == thread())
-        Q_EMIT imageEdited();
-    else
-        QMetaObject::invokeMethod(
-            this, [this] { Q_EMIT imageEdited(); }, Qt::QueuedConnection);
+        return action();
+    if (asked.exchange(true))
+        return;
+    const auto run = [&asked, action] {
+        asked = false;
+        action();
+    };
+    QMetaObject::invokeMethod(this, run, Qt::QueuedConnection);
 }

@@ -119,7 +119,7 @@ void CKestWnd::ZoomMinus()
 
 void CKestWnd::ImageUpdate()
 {
-    onOwnThread([](CKestView& view) { view.ImageUpdate(); });
+    m->view->ImageUpdate();
 }
 
 void CKestWnd::ScreenToFile(const CString& path)

@@ -8,6 +8,7 @@
 
 #include <QPointer>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -67,6 +68,15 @@ struct ViewState
     KestHostProc moveProc = nullptr;
     KestHostProc upProc = nullptr;
     QPointer<QMenu> menu;
+
+    /// What another thread has asked for and this one has not come round to.
+    struct Asked
+    {
+        std::atomic<bool> update = false;
+        std::atomic<bool> paint = false;
+        std::atomic<bool> change = false;
+        std::atomic<bool> edited = false;
+    } asked;
 
     std::unique_ptr<ViewToolHost> toolHost; ///< before the tools, which use it to their end
     std::unique_ptr<ToolBox> tools;

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QProxyStyle>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTranslator>
@@ -10,6 +11,7 @@
 
 #include <atomic>
 #include <functional>
+#include <set>
 #include <thread>
 
 namespace {
@@ -250,6 +252,47 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     EXPECT_FALSE(style.strayed);
     window.GetView()->setStyle(nullptr);
     CKestWnd::ParentThreadMode(0);
+}
+
+TEST_F(WndHost, WhatAFastThreadAsksForIsDoneOnceForItsLatestPicture)
+{
+    QSignalSpy changed(window.GetView(), &CKestView::imageChanged);
+    QSignalSpy edited(window.GetView(), &CKestView::imageEdited);
+    std::vector<unsigned char> bits(16 * 8);
+    std::thread camera([&] {
+        for (int i = 1; i <= 200; ++i) {
+            std::fill(bits.begin(), bits.end(), static_cast<unsigned char>(i));
+            window.SetImagePtr(16, 8, 8, bits.data());
+            window.SetRowOrder(i & 1);
+            window.ImageUpdate();
+        }
+    });
+    camera.join();
+    QApplication::processEvents();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_LE(edited.count(), 2);
+    const QImage screen = window.GetView()->GetScreen();
+    EXPECT_EQ(qGray(screen.pixel(screen.rect().center())), 200);
+    window.ImageUpdate();
+    EXPECT_GE(edited.count(), 2);
+}
+
+TEST_F(WndHost, TheLevelUnderTheMouseOfAColourPictureShownInGrayIsAGrayColour)
+{
+    showColor(40, 30);
+    ASSERT_TRUE(window.SendCommand(6603));
+    QApplication::processEvents();
+    QSignalSpy hovered(window.GetView(), &CKestView::pixelHovered);
+    QWidget* const area = window.GetView()->viewport();
+    std::set<unsigned int> values;
+    for (int x = 0; x < 40; ++x) {
+        const QPointF at(window.GetView()->ImageToDevice(x, 10).x + 0.5,
+                         window.GetView()->ImageToDevice(0, 10).y + 0.5);
+        QMouseEvent move(QEvent::MouseMove, at, area->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(area, &move);
+        values.insert(hovered.last()[2].toUInt());
+    }
+    EXPECT_EQ(values, (std::set<unsigned int>{0x000000, 0xFFFFFF}));
 }
 
 TEST_F(WndHost, AToolSeesThePictureTurnedOverWithItsRowOrder)
