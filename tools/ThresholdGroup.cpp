@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QSignalBlocker>
-#include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace ormalux {
@@ -33,11 +32,10 @@ ThresholdGroup::ThresholdGroup(QWidget* parent)
 /// A level that was found is a reading, though it cannot be changed.
 void ThresholdGroup::keepReadable()
 {
-    auto* const number = m_level->findChild<QSpinBox*>();
-    QPalette palette;
-    palette.setColor(QPalette::Disabled, QPalette::Text,
-                     number->palette().color(QPalette::Active, QPalette::Text));
-    number->setPalette(palette);
+    QPalette readable;
+    // The group's own colours: the number learns of other ones only after the group.
+    readable.setColor(QPalette::Disabled, QPalette::Text, palette().color(QPalette::Active, QPalette::Text));
+    m_level->number()->setPalette(readable);
 }
 
 void ThresholdGroup::changeEvent(QEvent* event)

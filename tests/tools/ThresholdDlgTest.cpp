@@ -80,6 +80,24 @@ TEST_F(ThresholdDlg, FollowsThePictureAndTheRegion)
     EXPECT_TRUE(dialog->isVisible());
 }
 
+TEST_F(ThresholdDlg, TheLevelThatWasFoundStaysReadableWhenTheColorsChange)
+{
+    QDialog* const dialog = open(6603, "CThresholdDlg");
+    control<QCheckBox>(dialog, "autoThreshold")->setChecked(true);
+    const auto* const number = control<QSpinBox>(dialog, "threshold");
+    ASSERT_FALSE(number->isEnabled());
+    const QPalette before = QApplication::palette();
+    for (const QRgb text : {0xFFE0E1E2, 0xFF101112}) {
+        QPalette colors(before);
+        colors.setColor(QPalette::Text, QColor::fromRgb(text));
+        colors.setColor(QPalette::Disabled, QPalette::Text, QColor(128, 128, 128));
+        QApplication::setPalette(colors);
+        settle();
+        EXPECT_EQ(number->palette().color(QPalette::Disabled, QPalette::Text).rgb(), text);
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(ThresholdDlg, ScriptNamesTheAreaAndTheStep)
 {
     setArea(5, 6, 40, 30);
