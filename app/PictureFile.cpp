@@ -29,7 +29,7 @@ QString whyUnreadable(const QString& path)
     if (!file.exists())
         return Texts::tr("파일을 찾을 수 없습니다.");
     if (file.isDir())
-        return Texts::tr("파일이 아니라 폴더입니다.");
+        return Texts::tr("폴더에 그림 파일이 없습니다.");
     if (!QFile(path).open(QIODevice::ReadOnly))
         return Texts::tr("파일을 읽을 권한이 없습니다.");
     QImageReader reader(path);
@@ -103,16 +103,23 @@ bool load(CKestWnd& window, const QString& path)
            window.LoadImageGdip(utf8.constData());
 }
 
-bool saved(bool done, const QString& path, const QString& reason, QString* why)
+bool failed(const QString& path, const QString& reason, QString* why)
 {
-    if (!done)
-        *why = QDir::toNativeSeparators(path) + "\n\n" + reason;
-    return done;
+    *why = QDir::toNativeSeparators(path) + "\n\n" + reason;
+    return false;
 }
 
-QString notWritten()
+QString notWritten(const QString& path)
 {
-    return Texts::tr("파일을 저장할 수 없습니다.");
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
+    if (!folder.isDir())
+        return Texts::tr("저장할 폴더가 없습니다.");
+    if (file.isDir())
+        return Texts::tr("같은 이름의 폴더가 있습니다.");
+    if (!folder.isWritable() || (file.exists() && !file.isWritable()))
+        return Texts::tr("파일을 쓸 권한이 없습니다.");
+    return Texts::tr("파일을 저장할 수 없습니다. 남은 공간을 확인하십시오.");
 }
 
 } // namespace
@@ -127,27 +134,27 @@ bool openPicture(CKestWnd& window, const QString& path, QString* why)
 
 bool savePicture(CKestWnd& window, const QString& path, QString* why)
 {
-    if (QFileInfo(path).suffix().compare(QLatin1String("bmp"), Qt::CaseInsensitive) == 0)
-        return saved(window.SaveImage(path.toUtf8().constData()), path, notWritten(), why);
-    return saveImage(pictureOf(window), path, why);
+    if (QFileInfo(path).suffix().compare(QLatin1String("bmp"), Qt::CaseInsensitive) != 0)
+        return saveImage(pictureOf(window), path, why);
+    return window.SaveImage(path.toUtf8().constData()) || failed(path, notWritten(path), why);
 }
 
 bool saveImage(const QImage& image, const QString& path, QString* why)
 {
     const QByteArray kind = QFileInfo(path).suffix().toLower().toLatin1();
     if (image.isNull())
-        return saved(false, path, notWritten(), why);
+        return failed(path, Texts::tr("저장할 그림이 없거나 메모리가 부족합니다."), why);
     if (kind == "bmp")
-        return saved(CStdlib::BitmapToFile(image, path.toUtf8().constData(), {0, 0}), path, notWritten(),
-                     why);
+        return CStdlib::BitmapToFile(image, path.toUtf8().constData(), {0, 0}) ||
+               failed(path, notWritten(path), why);
     if (!QImageWriter::supportedImageFormats().contains(kind))
-        return saved(false, path,
-                     Texts::tr("저장할 수 없는 파일 형식입니다. bmp, png, jpg, tif 중에서 고르십시오."), why);
+        return failed(
+            path, Texts::tr("저장할 수 없는 파일 형식입니다. bmp, png, jpg, tif 중에서 고르십시오."), why);
     QSaveFile file(path);
     QImageWriter writer(&file, kind);
     writer.setQuality(kind == "png" ? -1 : 95);
-    return saved(file.open(QIODevice::WriteOnly) && writer.write(image) && file.commit(), path, notWritten(),
-                 why);
+    return (file.open(QIODevice::WriteOnly) && writer.write(image) && file.commit()) ||
+           failed(path, notWritten(path), why);
 }
 
 QImage pictureOf(CKestWnd& window)

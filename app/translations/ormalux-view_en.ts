@@ -319,10 +319,6 @@
         <translation>The file was not found.</translation>
     </message>
     <message>
-        <source>파일이 아니라 폴더입니다.</source>
-        <translation>This is a folder, not a file.</translation>
-    </message>
-    <message>
         <source>파일을 읽을 권한이 없습니다.</source>
         <translation>You are not allowed to read the file.</translation>
     </message>
@@ -339,12 +335,32 @@
         <translation>This is not a picture file that can be read.</translation>
     </message>
     <message>
-        <source>파일을 저장할 수 없습니다.</source>
-        <translation>The file cannot be saved.</translation>
-    </message>
-    <message>
         <source>저장할 수 없는 파일 형식입니다. bmp, png, jpg, tif 중에서 고르십시오.</source>
         <translation>This kind of file cannot be saved. Choose from bmp, png, jpg, tif.</translation>
+    </message>
+    <message>
+        <source>폴더에 그림 파일이 없습니다.</source>
+        <translation>There are no picture files in the folder.</translation>
+    </message>
+    <message>
+        <source>저장할 폴더가 없습니다.</source>
+        <translation>The folder to save in does not exist.</translation>
+    </message>
+    <message>
+        <source>같은 이름의 폴더가 있습니다.</source>
+        <translation>There is a folder of this name.</translation>
+    </message>
+    <message>
+        <source>파일을 쓸 권한이 없습니다.</source>
+        <translation>You are not allowed to write the file.</translation>
+    </message>
+    <message>
+        <source>파일을 저장할 수 없습니다. 남은 공간을 확인하십시오.</source>
+        <translation>The file could not be saved. Check the space that is left.</translation>
+    </message>
+    <message>
+        <source>저장할 그림이 없거나 메모리가 부족합니다.</source>
+        <translation>There is no picture to save, or too little memory.</translation>
     </message>
 </context>
 <context>

@@ -148,8 +148,13 @@ TEST_F(PictureFileTest, SavedFilesHoldThePictureAndFailuresKeepTheOldFile)
     EXPECT_FALSE(savePicture(window(), path("kept.xyz"), &why));
     EXPECT_TRUE(why.contains("kept.xyz"));
     EXPECT_EQ(bytesOf("kept.xyz"), "old");
-    EXPECT_FALSE(savePicture(window(), path("no such folder/a.png"), &why));
-    EXPECT_FALSE(savePicture(window(), path("no such folder/a.bmp"), &why));
+    for (const char* name : {"no such folder/a.png", "no such folder/a.bmp"}) {
+        EXPECT_FALSE(savePicture(window(), path(name), &why));
+        EXPECT_TRUE(why.contains("저장할 폴더가 없습니다.")) << why.toStdString();
+    }
+    QDir(path("")).mkdir("folder.png");
+    EXPECT_FALSE(savePicture(window(), path("folder.png"), &why));
+    EXPECT_TRUE(why.contains("같은 이름의 폴더가 있습니다.")) << why.toStdString();
 }
 
 TEST_F(PictureFileTest, TheCopyWithOverlaysIsThePictureWithTheirPixels)
