@@ -1,6 +1,8 @@
 #include "view/Language.h"
 
+#include "tests/support/SourceFiles.h"
 #include "tests/support/ToolFixture.h"
+#include "tools/PatternEditDlg.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -10,6 +12,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstring>
@@ -93,6 +96,29 @@ protected:
         const bool sameRow = from.top() <= to.bottom() && to.top() <= from.bottom();
         return sameRow ? to.left() < from.left() : to.bottom() < from.top() && to.left() <= from.right();
     }
+    /// From the first control through all of them as they are read, and the same way back.
+    static void expectWalk(QDialog* dialog)
+    {
+        SCOPED_TRACE(named(dialog));
+        activate(dialog);
+        const QSet<QWidget*> all = reachable(dialog);
+        QWidget* const first = *std::min_element(all.begin(), all.end(), [](QWidget* a, QWidget* b) {
+            const QRect x = placeOf(a), y = placeOf(b);
+            return x.bottom() < y.top() || (x.top() <= y.bottom() && x.left() < y.left());
+        });
+        EXPECT_EQ(named(dialog->focusWidget()), named(first));
+        first->setFocus(Qt::TabFocusReason);
+        const QList<QWidget*> path = walk(dialog);
+        for (QWidget* const widget : all)
+            EXPECT_TRUE(path.contains(widget)) << named(widget) << " is not reached";
+        for (int i = 1; i < path.size(); ++i)
+            EXPECT_FALSE(stepsBack(placeOf(path[i - 1]), placeOf(path[i])))
+                << named(path[i - 1]) << " then " << named(path[i]);
+        first->setFocus(Qt::TabFocusReason);
+        QList<QWidget*> back = walk(dialog, Qt::Key_Backtab);
+        std::reverse(back.begin() + 1, back.end());
+        EXPECT_EQ(back, path);
+    }
     static QStringList textsOf(QWidget* dialog)
     {
         QStringList texts{dialog->windowTitle()};
@@ -120,28 +146,31 @@ TEST_P(Keyboard, TabWalksEveryDialogInReadingOrder)
 {
     showBlocks(true);
     for (const auto& [command, name] : tools) {
-        SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
-        activate(dialog);
-        const QSet<QWidget*> all = reachable(dialog);
-        QWidget* const first = *std::min_element(all.begin(), all.end(), [](QWidget* a, QWidget* b) {
-            const QRect x = placeOf(a), y = placeOf(b);
-            return x.bottom() < y.top() || (x.top() <= y.bottom() && x.left() < y.left());
-        });
-        EXPECT_EQ(named(dialog->focusWidget()), named(first));
-        first->setFocus(Qt::TabFocusReason);
-        const QList<QWidget*> path = walk(dialog);
-        for (QWidget* const widget : all)
-            EXPECT_TRUE(path.contains(widget)) << named(widget) << " is not reached";
-        for (int i = 1; i < path.size(); ++i)
-            EXPECT_FALSE(stepsBack(placeOf(path[i - 1]), placeOf(path[i])))
-                << named(path[i - 1]) << " then " << named(path[i]);
-        first->setFocus(Qt::TabFocusReason);
-        QList<QWidget*> back = walk(dialog, Qt::Key_Backtab);
-        std::reverse(back.begin() + 1, back.end());
-        EXPECT_EQ(back, path);
+        expectWalk(dialog);
         dialog->close();
     }
+}
+
+TEST_P(Keyboard, TabWalksTheDialogsOfSourceFilesInReadingOrder)
+{
+    showBlocks(false);
+    setArea(10, 8, 50, 40);
+    for (const auto& [command, name] : {std::pair(3303, "COcrSrcDlg"), std::pair(3304, "CMatchSrcDlg")}) {
+        window.SendCommand(command);
+        settle();
+        auto* const dialog = window.findChild<QDialog*>(QLatin1String(name));
+        ASSERT_TRUE(dialog && dialog->isVisible());
+        expectWalk(dialog);
+        dialog->reject();
+        settle();
+    }
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("a.mcs");
+    ASSERT_TRUE(writeBytes(path, sourceBytes(0, 2, 2, QByteArray("\0\xff\xff\0", 4))));
+    CPatternEditDlg editor(path);
+    editor.show();
+    expectWalk(&editor);
 }
 
 TEST_P(Keyboard, TheControlWithTheFocusLooksDifferent)
