@@ -15,8 +15,7 @@ RegionDlg::RegionDlg(CKestWnd& window, QWidget* parent)
 {
     m_ui->setupUi(this);
     const int right = window.GetWidth() - 1, bottom = window.GetHeight() - 1;
-    const bool none = m_before.left == m_before.right && m_before.top == m_before.bottom;
-    const CRect start = none ? CRect{0, 0, right, bottom} : m_before;
+    const CRect start = m_before == CRect() ? CRect{0, 0, right, bottom} : m_before;
     struct Field
     {
         QSpinBox* box;

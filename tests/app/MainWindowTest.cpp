@@ -212,6 +212,10 @@ TEST_F(MainWindowTest, TheRegionDialogShowsWhileEditedAndRestoresOnCancel)
     action("enterRegion")->trigger();
     EXPECT_TRUE(has({5, 9, 14, 15}));
     EXPECT_EQ(window().IsTrackerMode(), 1);
+    window().SetTrackerPosition({7, 8, 7, 8});
+    withModal<QDialog>([](QDialog& dialog) { dialog.accept(); });
+    action("enterRegion")->trigger();
+    EXPECT_TRUE(has({7, 8, 7, 8})) << "a single pixel is a region";
 }
 
 TEST_F(MainWindowTest, SavingAsksWhereAndWritesWhatTheEntrySays)
