@@ -1,6 +1,7 @@
 #include "view/ImageView.h"
 
 #include "view/ViewState.h"
+#include "view/ViewTracker.h"
 
 #include <QScrollBar>
 #include <QStyle>
@@ -234,17 +235,17 @@ void CKestView::Reveal(const RECT& rect)
 {
     const ViewGeometry now = placement();
     const CPoint from = now.toDevicePoint(rect.left, rect.top);
-    const CPoint to = now.toDevicePoint(rect.right + 1, rect.bottom + 1);
+    const CPoint to = now.toDevicePoint(ormalux::shifted(rect.right, 1), ormalux::shifted(rect.bottom, 1));
     const QSize client = clientSize();
     // An end that is outside comes inside; of a rectangle larger than the view the beginning does.
     const auto shift = [](int begin, int end, int length) {
-        if (begin < 0 || end - begin > length)
+        if (begin < 0 || std::int64_t(end) - begin > length)
             return begin;
         return end > length ? end - length : 0;
     };
     const bool across = from.x < 0 || to.x > client.width();
     const bool down = from.y < 0 || to.y > client.height();
     if (across || down)
-        scrollTo(now.scroll + QPoint(across ? shift(from.x, to.x, client.width()) : 0,
-                                     down ? shift(from.y, to.y, client.height()) : 0));
+        scrollTo({ormalux::shifted(now.scroll.x(), across ? shift(from.x, to.x, client.width()) : 0),
+                  ormalux::shifted(now.scroll.y(), down ? shift(from.y, to.y, client.height()) : 0)});
 }

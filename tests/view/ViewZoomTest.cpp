@@ -89,6 +89,21 @@ TEST_F(ViewZoom, AnUnfittedLargePictureIsReachableToItsLastPixel)
     EXPECT_EQ(view->DeviceToImage(QPointF(client.width() - 1, client.height() - 1)), CPoint(999, 899));
 }
 
+TEST_F(ViewZoom, RevealingScrollsNoFurtherThanItMustForAnyRectangle)
+{
+    showRandom(1000, 900, 8);
+    view->Zoom100();
+    const QSize client = view->viewport()->size();
+    view->Reveal({500, 10, 599, 19});
+    EXPECT_EQ(scroll(), QPoint(600 - client.width(), 0));
+    view->Reveal({500, 10, 599, 19});
+    EXPECT_EQ(scroll(), QPoint(600 - client.width(), 0));
+    view->Reveal({INT_MAX, INT_MAX, INT_MAX, INT_MAX});
+    EXPECT_EQ(scroll(), QPoint(1000 - client.width(), 900 - client.height()));
+    view->Reveal({INT_MIN, INT_MIN, INT_MAX, INT_MAX});
+    EXPECT_EQ(scroll(), QPoint(0, 0));
+}
+
 TEST_F(ViewZoom, TheFirstScrollSizeIs100UntilAPictureComes)
 {
     view->setGeometry(0, 0, 70, 60);
