@@ -96,25 +96,33 @@ int CKestView::GetTool() const
 
 void CKestView::SetTrackerMode(int mode)
 {
-    m->trackerMode = mode == 1;
+    {
+        const Guard guard(m->lock);
+        m->trackerMode = mode == 1;
+    }
     requestPaint();
     Q_EMIT trackerChanged();
 }
 
 int CKestView::IsTrackerMode() const
 {
+    const Guard guard(m->lock);
     return m->trackerMode;
 }
 
 void CKestView::SetTrackerPosition(const CRect& rect)
 {
-    m->tracker = rect;
+    {
+        const Guard guard(m->lock);
+        m->tracker = rect;
+    }
     requestPaint();
     Q_EMIT trackerChanged();
 }
 
 CRect CKestView::GetTrackerRect() const
 {
+    const Guard guard(m->lock);
     return ormalux::ordered(m->tracker);
 }
 

@@ -72,7 +72,10 @@ void CKestView::continueDrag(QPointF device)
 
 void CKestView::moveTracker(const CRect& rect)
 {
-    m->tracker = rect;
+    {
+        const std::lock_guard guard(m->lock);
+        m->tracker = rect;
+    }
     viewport()->update();
     Q_EMIT trackerChanged();
 }

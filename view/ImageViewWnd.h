@@ -25,8 +25,9 @@ struct WindowState;
 /// pixels of the picture as seen: (0, 0) is its top left pixel. Paths and texts are UTF-8. Nothing throws.
 ///
 /// The window belongs to the thread of the application, which makes and destroys it. Another thread may set,
-/// read and edit pictures and overlays after ParentThreadMode(1); zooming, the tracker and what else only has
-/// an effect it may ask for too: that happens as soon as the window's thread comes round to it, in order.
+/// read and edit pictures and overlays after ParentThreadMode(1), and read the tracker; zooming, the tracker
+/// and what else only has an effect it may ask for too: that happens as soon as the window's thread comes
+/// round to it, in order.
 ///
 /// The keys Ctrl+O, Ctrl+S, Ctrl+1, Ctrl+0, Ctrl++, Ctrl+- and Ctrl+R run the button whose tip names them
 /// while the focus is in the window and no shortcut of the host takes them.

@@ -42,7 +42,7 @@ struct DragState
 /// All that a view remembers.
 struct ViewState
 {
-    mutable std::recursive_mutex lock; ///< guards image, overlays and screenFile
+    mutable std::recursive_mutex lock; ///< guards image, preview, file, overlays, screenFile and tracker
     ViewImage image;
     std::unique_ptr<ViewImage> preview; ///< shown in the picture's place while a tool tries something
     std::string file;                   ///< that the picture was read from; empty once it was edited

@@ -254,6 +254,26 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     CKestWnd::ParentThreadMode(0);
 }
 
+TEST_F(WndHost, AnotherThreadReadsWholeRegionsWhileTheyChange)
+{
+    std::atomic<bool> done = false;
+    int torn = 0;
+    window.SetTrackerPosition(CRect(0, 0, 9, 9));
+    std::thread inspection([&] {
+        while (!done) {
+            const CRect region = window.GetTrackerRect();
+            torn += region.right != region.left + 9 || region.bottom != region.top + 9;
+        }
+    });
+    for (int i = 0; i < 50000; ++i) {
+        const int at = i % 2 * 100;
+        window.SetTrackerPosition(CRect(at + 9, at + 9, at, at));
+    }
+    done = true;
+    inspection.join();
+    EXPECT_EQ(torn, 0);
+}
+
 TEST_F(WndHost, WhatAFastThreadAsksForIsDoneOnceForItsLatestPicture)
 {
     QSignalSpy changed(window.GetView(), &CKestView::imageChanged);
