@@ -235,6 +235,7 @@ private:
     void askOnce(std::atomic<bool>& asked, const std::function<void()>& action);
     void updateNow();
     void requestPaint();
+    void replaced(const char* file = "");
     void pictureChanged();
     void tellEdited();
     void composeFrame(QRect exposed);

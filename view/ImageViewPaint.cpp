@@ -109,11 +109,6 @@ void CKestView::requestPaint()
 
 void CKestView::pictureChanged()
 {
-    {
-        const Guard guard(m->lock);
-        m->file.clear(); // at once: who loads a file names it next
-        m->preview.reset();
-    }
     askOnce(m->asked.change, [this] {
         updateScrollSizes();
         viewport()->update();

@@ -72,9 +72,14 @@ Picture readBmpFile(const char* path)
 
 void CKestView::CreateImage(int width, int height, int bit_count)
 {
-    const Guard guard(m->lock);
-    m->image.create(width, height, bit_count, RowOrder::BottomUp);
-    const auto fit = [this, width, height, has = m->image.hasPicture()] {
+    bool has = false;
+    {
+        const Guard guard(m->lock);
+        m->image.create(width, height, bit_count, RowOrder::BottomUp);
+        has = m->image.hasPicture();
+        replaced();
+    }
+    const auto fit = [this, width, height, has] {
         m->fitAsked = false;
         const QSize client = clientSize();
         const float ratio =
@@ -91,59 +96,78 @@ void CKestView::CreateImage(int width, int height, int bit_count)
 
 void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned char* bits)
 {
-    const Guard guard(m->lock);
-    m->image.copy(width, height, bit_count, bits, RowOrder::BottomUp);
+    {
+        const Guard guard(m->lock);
+        m->image.copy(width, height, bit_count, bits, RowOrder::BottomUp);
+        replaced();
+    }
     pictureChanged();
 }
 
 void CKestView::SetImagePtr(int width, int height, int bit_count, const unsigned char* bits, char filter)
 {
-    const Guard guard(m->lock);
-    const bool usable = bits && width > 0 && height > 0 &&
-                        ormalux::paddedRow(width, 24) <= INT32_MAX / height &&
-                        !m->image.outgrows(bits, ormalux::paddedRow(width, 24) * height);
-    if (filter == 'O' || bit_count != 24 || !usable)
+    const auto usable = [&] {
+        const Guard guard(m->lock);
+        return bits && width > 0 && height > 0 && ormalux::paddedRow(width, 24) <= INT32_MAX / height &&
+               !m->image.outgrows(bits, ormalux::paddedRow(width, 24) * height);
+    };
+    if (filter == 'O' || bit_count != 24 || !usable())
         return SetImagePtr(width, height, bit_count, bits);
-    const Picture plane = planeOf(width, height, bits, filter);
-    // The plane's first row is the buffer's first: the bottom of the picture.
-    PixelSource seen = plane.source();
-    seen.bits += std::ptrdiff_t(width) * (plane.empty() ? 0 : height - 1);
-    seen.stride = -seen.stride;
-    if (plane.empty() || !m->image.assign(seen, RowOrder::BottomUp))
-        m->image.copy(width, height, 8, nullptr, RowOrder::BottomUp);
+    {
+        const Guard guard(m->lock); // the bits may be those that are shown
+        const Picture plane = planeOf(width, height, bits, filter);
+        // The plane's first row is the buffer's first: the bottom of the picture.
+        PixelSource seen = plane.source();
+        seen.bits += std::ptrdiff_t(width) * (plane.empty() ? 0 : height - 1);
+        seen.stride = -seen.stride;
+        if (plane.empty() || !m->image.assign(seen, RowOrder::BottomUp))
+            m->image.copy(width, height, 8, nullptr, RowOrder::BottomUp);
+        replaced();
+    }
     pictureChanged();
 }
 
 void CKestView::SetImagePtrLink(int width, int height, int bit_count, unsigned char* bits)
 {
-    const Guard guard(m->lock);
-    m->image.link(width, height, bit_count, bits, RowOrder::BottomUp);
+    {
+        const Guard guard(m->lock);
+        m->image.link(width, height, bit_count, bits, RowOrder::BottomUp);
+        replaced();
+    }
     pictureChanged();
 }
 
 void CKestView::SetImage(const CKestImage& image)
 {
-    const Guard guard(m->lock);
-    if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
-        m->image.copy(image.GetWidth(), image.GetHeight(), 8, nullptr, RowOrder::TopDown);
+    {
+        const Guard guard(m->lock);
+        if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
+            m->image.copy(image.GetWidth(), image.GetHeight(), 8, nullptr, RowOrder::TopDown);
+        replaced();
+    }
     pictureChanged();
 }
 
 void CKestView::SetImage(const CKestImage24& image)
 {
-    const Guard guard(m->lock);
-    if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
-        m->image.copy(image.GetWidth(), image.GetHeight(), 24, nullptr, RowOrder::TopDown);
+    {
+        const Guard guard(m->lock);
+        if (!m->image.assign(sourceOf(image), RowOrder::TopDown))
+            m->image.copy(image.GetWidth(), image.GetHeight(), 24, nullptr, RowOrder::TopDown);
+        replaced();
+    }
     pictureChanged();
 }
 
 void CKestView::SetRowOrder(int order)
 {
-    const Guard guard(m->lock);
-    if (order == GetRowOrder())
-        return;
-    m->image.setRowOrder(order == TOP_DOWN ? RowOrder::TopDown : RowOrder::BottomUp);
-    m->file.clear();
+    {
+        const Guard guard(m->lock);
+        if (order == GetRowOrder())
+            return;
+        m->image.setRowOrder(order == TOP_DOWN ? RowOrder::TopDown : RowOrder::BottomUp);
+        m->file.clear();
+    }
     requestPaint();
     tellEdited(); // every pixel that is seen is another one
 }
@@ -251,11 +275,13 @@ int CKestView::LoadImage(const char* path)
 {
     const WaitCursor waiting;
     const Picture picture = readBmpFile(path);
-    const Guard guard(m->lock);
-    if (picture.empty() || !m->image.assign(picture.source(), RowOrder::BottomUp))
-        return 0;
+    {
+        const Guard guard(m->lock);
+        if (picture.empty() || !m->image.assign(picture.source(), RowOrder::BottomUp))
+            return 0;
+        replaced(path);
+    }
     pictureChanged();
-    m->file = path;
     ZoomFitTo();
     return 1;
 }
@@ -264,11 +290,13 @@ int CKestView::LoadImageGdip(const char* path)
 {
     const WaitCursor waiting;
     const Picture picture = ormalux::readPicture(path, nullptr, ormalux::PaletteUse::IndicesAreGray);
-    const Guard guard(m->lock);
-    if (picture.empty() || !m->image.assign(picture.source(), RowOrder::TopDown))
-        return 0;
+    {
+        const Guard guard(m->lock);
+        if (picture.empty() || !m->image.assign(picture.source(), RowOrder::TopDown))
+            return 0;
+        replaced(path);
+    }
     pictureChanged();
-    m->file = path;
     ZoomFitTo();
     return 1;
 }
@@ -288,14 +316,29 @@ int CKestView::SaveImage(const char* path) const
 bool CKestView::EditImage(const std::function<void(CKestImage&)>& gray,
                           const std::function<void(CKestImage24&)>& color, ormalux::ColorRows rows)
 {
-    const Guard guard(m->lock);
-    const QSize before(GetWidth(), GetHeight());
-    const bool run = GetBitCount() == 8 ? gray && m->image.edit(gray) : color && m->image.edit(color, rows);
-    if (run && before != QSize(GetWidth(), GetHeight()))
-        pictureChanged();
-    if (run) {
-        m->file.clear();
-        tellEdited();
+    bool run = false;
+    bool resized = false;
+    {
+        const Guard guard(m->lock);
+        const QSize before(GetWidth(), GetHeight());
+        run = GetBitCount() == 8 ? gray && m->image.edit(gray) : color && m->image.edit(color, rows);
+        resized = before != QSize(GetWidth(), GetHeight());
+        if (run)
+            m->file.clear();
+        if (resized)
+            replaced();
     }
+    if (resized)
+        pictureChanged();
+    if (run)
+        tellEdited();
     return run;
+}
+
+/// Another picture is held now, from the file or from none. Told by pictureChanged, without the lock: hosts
+/// may wait for their threads there.
+void CKestView::replaced(const char* file)
+{
+    m->file = file;
+    m->preview.reset();
 }

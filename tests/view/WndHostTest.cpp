@@ -254,6 +254,36 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     CKestWnd::ParentThreadMode(0);
 }
 
+TEST_F(WndHost, WhoHearsOfAPictureMayWaitForAThreadThatUsesIt)
+{
+    int heard = 0;
+    int locked = 0;
+    const auto listen = [&] {
+        ++heard;
+        std::thread([&] {
+            const std::unique_lock lock(window.GetView()->GetLock(), std::try_to_lock);
+            locked += !lock.owns_lock();
+        }).join();
+    };
+    QObject::connect(window.GetView(), &CKestView::imageChanged, &window, listen);
+    QObject::connect(window.GetView(), &CKestView::imageEdited, &window, listen);
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("a.bmp").toStdString();
+    window.CreateImage(8, 8, 24);
+    window.SaveImage(path.c_str());
+    std::vector<unsigned char> bits(8 * 8 * 3);
+    window.SetImagePtr(8, 8, 24, bits.data());
+    window.SetImagePtr(8, 8, 24, bits.data(), 'G');
+    window.SetImagePtrLink(8, 8, 24, bits.data());
+    window.LoadImage(path.c_str());
+    window.LoadImageGdip(path.c_str());
+    showGray(8, 8);
+    window.Invert();
+    window.SetRowOrder(BOTTOM_UP);
+    EXPECT_EQ(heard, 9);
+    EXPECT_EQ(locked, 0);
+}
+
 TEST_F(WndHost, AnotherThreadReadsWholeRegionsWhileTheyChange)
 {
     std::atomic<bool> done = false;
