@@ -137,7 +137,7 @@ QPoint ToolDialog::firstPlace() const
     const QRect room = screen()->availableGeometry();
     const QRect window = view->window()->frameGeometry();
     const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QSize own = size().expandedTo(sizeHint()) + QSize(2, title);
+    const QSize own = size() + QSize(2, title);
     int others = 0;
     for (const ToolDialog* const other : view->findChildren<ToolDialog*>(Qt::FindDirectChildrenOnly))
         others += other != this && other->isVisible() ? 1 : 0;
