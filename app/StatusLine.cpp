@@ -78,7 +78,6 @@ void StatusLine::showPicture()
                                .arg(m_window.GetBitCount()));
     else
         m_picture->setText(tr("그림 없음"));
-    showPixel(-1, -1, 0);
     showZoom();
 }
 

@@ -193,7 +193,8 @@ public:
     std::recursive_mutex& GetLock() const;
 
 Q_SIGNALS:
-    /// The mouse is over a pixel: its gray level, or 0xRRGGBB. (-1, -1, 0) when it has left the picture.
+    /// The mouse is over a pixel: its gray level, or 0xRRGGBB. (-1, -1, 0) when it has left the picture. Told
+    /// again when the picture moves or changes under a mouse that rests.
     void pixelHovered(int x, int y, unsigned int value);
     void trackerConfirmed(int left, int top, int right, int bottom);
     /// The operator or the host has changed the tracker or its mode.
@@ -245,7 +246,7 @@ private:
     void endTrackerDrag();
     void endRubberBand();
     void chooseCursor(QPointF device);
-    void hover(QPointF device);
+    void hover(QPointF device, bool again = false);
     void moveTracker(const CRect& rect);
     void openMenu(QPoint globalPosition);
 

@@ -13,6 +13,7 @@
 
 using ormalux::Drag;
 using ormalux::DragState;
+using ormalux::HoveredPixel;
 using ormalux::ViewGeometry;
 
 namespace {
@@ -176,20 +177,22 @@ void CKestView::chooseCursor(QPointF device)
         viewport()->setCursor(shape);
 }
 
-void CKestView::hover(QPointF device)
+/// Tells the pixel under the pointer. Again, when the picture may have moved or changed under a pointer that
+/// rests: told only when that made a difference.
+void CKestView::hover(QPointF device, bool again)
 {
     const std::lock_guard guard(m->lock);
+    m->pointer = device;
     const ViewGeometry now = placement();
     const int x = now.columnAt(float(device.x()));
     const int y = now.rowAt(float(device.y()));
     auto value = m->shown().valueAt(x, y);
     if (value && m->shown().bitCount() == 8 && GetBitCount() == 24)
         *value *= 0x010101u; // what a tool shows of a colour picture in gray
-    if (value)
-        Q_EMIT pixelHovered(x, y, *value);
-    else if (m->hovering)
-        Q_EMIT pixelHovered(-1, -1, 0);
-    m->hovering = value.has_value();
+    const HoveredPixel here = value ? HoveredPixel{x, y, *value, GetBitCount()} : HoveredPixel();
+    const HoveredPixel before = std::exchange(m->hovered, here);
+    if (again ? here != before : here.x >= 0 || before.x >= 0)
+        Q_EMIT pixelHovered(here.x, here.y, here.value);
 }
 
 void CKestView::wheelEvent(QWheelEvent* event)
@@ -250,7 +253,10 @@ bool CKestView::event(QEvent* event)
 
 bool CKestView::viewportEvent(QEvent* event)
 {
-    if (event->type() == QEvent::Leave && std::exchange(m->hovering, false))
-        Q_EMIT pixelHovered(-1, -1, 0);
+    if (event->type() == QEvent::Leave) {
+        m->pointer.reset();
+        if (std::exchange(m->hovered, {}).x >= 0)
+            Q_EMIT pixelHovered(-1, -1, 0);
+    }
     return QAbstractScrollArea::viewportEvent(event);
 }

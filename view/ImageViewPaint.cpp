@@ -8,6 +8,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QThread>
+#include <QTimer>
 
 #include <utility>
 
@@ -66,6 +67,11 @@ void CKestView::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setClipRegion(event->region());
     painter.drawImage(QPoint(0, 0), m->frame);
+    if (m->pointer) // what lies under it may be another pixel now
+        QTimer::singleShot(0, this, [this] {
+            if (m->pointer)
+                hover(*m->pointer, true);
+        });
 }
 
 void CKestView::OnDraw(CDC* dc)

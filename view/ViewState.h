@@ -11,6 +11,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 class QMenu;
@@ -25,6 +26,17 @@ enum class Drag
     Pan,
     Tracker,
     RubberBand
+};
+
+/// The pixel under the pointer; none when x is -1.
+struct HoveredPixel
+{
+    int x = -1;
+    int y = -1;
+    unsigned int value = 0;
+    int bits = 0;
+
+    bool operator==(const HoveredPixel&) const = default;
 };
 
 struct DragState
@@ -61,8 +73,9 @@ struct ViewState
     int tool = TOOL_NONE;
     bool mouseEnabled = true;
     DragState drag;
-    int wheelRest = 0; ///< turns of a fine wheel that make no step yet
-    bool hovering = false;
+    int wheelRest = 0;              ///< turns of a fine wheel that make no step yet
+    std::optional<QPointF> pointer; ///< where the mouse is in the view
+    HoveredPixel hovered;           ///< what was told last
 
     KestHostProc confirmProc = nullptr;
     KestHostProc moveProc = nullptr;

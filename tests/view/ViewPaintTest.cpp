@@ -36,6 +36,29 @@ QRgb shownColor(unsigned value, int bits)
 
 } // namespace
 
+TEST_F(ViewPaint, ThePixelUnderARestingPointerIsToldWhenItBecomesAnother)
+{
+    showRandom(50, 40, 8);
+    view->ZoomFitTo();
+    const QPointF rest(view->viewport()->rect().center());
+    reported(rest);
+    QSignalSpy told(view, &CKestView::pixelHovered);
+    const auto last = [&](const std::function<void()>& change) {
+        told.clear();
+        change();
+        QTest::qWait(20);
+        return told.isEmpty() ? QPoint(-2, -2) : QPoint(told.last()[0].toInt(), told.last()[1].toInt());
+    };
+    EXPECT_EQ(last([&] { view->viewport()->update(); }), QPoint(-2, -2)); // the same one
+    const QPoint zoomed = last([&] { view->ZoomPlus(3); });
+    EXPECT_EQ(zoomed, reported(rest));
+    const QPoint scrolled = last([&] { view->horizontalScrollBar()->setValue(0); });
+    EXPECT_EQ(scrolled, reported(rest));
+    EXPECT_NE(scrolled, zoomed);
+    EXPECT_EQ(last([&] { showRandom(50, 40, 24); }), reported(rest));
+    EXPECT_EQ(last([&] { view->SetImagePtr(0, 0, 8, nullptr); }), QPoint(-1, -1));
+}
+
 TEST_F(ViewPaint, ThePaintedPixelIsTheReportedOneAtEveryZoom)
 {
     const qreal scale = view->devicePixelRatioF();
