@@ -62,9 +62,9 @@ public:
     Q_INVOKABLE explicit CKestView(QWidget* parent = nullptr);
     ~CKestView() override;
 
-    // The picture (view/ImageViewPicture.cpp). Buffers have rows padded to 4 bytes. Setting one keeps the
-    // zoom and adapts the scroll bars; sizes that make no picture, null buffers and too little memory leave
-    // none.
+    // The picture (view/ImageViewPicture.cpp; what is read and written of it: view/ImageViewPixels.cpp).
+    // Buffers have rows padded to 4 bytes. Setting one keeps the zoom and adapts the scroll bars; sizes that
+    // make no picture, null buffers and too little memory leave none.
 
     /// A black picture in a new buffer. The fit zoom becomes the smaller ratio of client and picture, without
     /// a margin; the zoom stays.
