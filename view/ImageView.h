@@ -231,7 +231,7 @@ private:
     void updateScrollSizes();
     void layOutBars();
     void scrollTo(QPoint position);
-    void zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll);
+    void zoomedFrom(QSize oldShown, QPoint oldScroll);
     void zoomAbout(QPointF device, float step);
     void askOnce(std::atomic<bool>& asked, const std::function<void()>& action);
     void updateNow();

@@ -181,15 +181,19 @@ void CKestView::chooseCursor(QPointF device)
 /// rests: told only when that made a difference.
 void CKestView::hover(QPointF device, bool again)
 {
-    const std::lock_guard guard(m->lock);
-    m->pointer = device;
-    const ViewGeometry now = placement();
-    const int x = now.columnAt(float(device.x()));
-    const int y = now.rowAt(float(device.y()));
-    auto value = m->shown().valueAt(x, y);
-    if (value && m->shown().bitCount() == 8 && GetBitCount() == 24)
-        *value *= 0x010101u; // what a tool shows of a colour picture in gray
-    const HoveredPixel here = value ? HoveredPixel{x, y, *value, GetBitCount()} : HoveredPixel();
+    HoveredPixel here;
+    {
+        const std::lock_guard guard(m->lock);
+        m->pointer = device;
+        const ViewGeometry now = placement();
+        const int x = now.columnAt(float(device.x()));
+        const int y = now.rowAt(float(device.y()));
+        auto value = m->shown().valueAt(x, y);
+        if (value && m->shown().bitCount() == 8 && GetBitCount() == 24)
+            *value *= 0x010101u; // what a tool shows of a colour picture in gray
+        if (value)
+            here = {x, y, *value, GetBitCount()};
+    }
     const HoveredPixel before = std::exchange(m->hovered, here);
     if (again ? here != before : here.x >= 0 || before.x >= 0)
         Q_EMIT pixelHovered(here.x, here.y, here.value);

@@ -19,6 +19,25 @@ std::atomic<bool> parentThreadMode{false};
 
 constexpr float divisor = 2.5f;
 
+/// Tells a zoom that is another one at its end: made before the lock is taken, it does so without it, since
+/// hosts may wait for their threads there.
+class ZoomTelling
+{
+public:
+    explicit ZoomTelling(CKestView& view) : m_view(view), m_before(view.GetZoom()) {}
+    ~ZoomTelling()
+    {
+        if (m_view.GetZoom() != m_before)
+            Q_EMIT m_view.zoomChanged(m_view.GetZoom());
+    }
+    ZoomTelling(const ZoomTelling&) = delete;
+    ZoomTelling& operator=(const ZoomTelling&) = delete;
+
+private:
+    CKestView& m_view;
+    const float m_before;
+};
+
 /// The client area that is left beside the scroll bars that a content of the size needs.
 QSize besideBars(QSize room, QSize content, QSize bars)
 {
@@ -106,33 +125,29 @@ void CKestView::ZoomFitTo()
             this, [this] { ZoomFitTo(); }, Qt::QueuedConnection);
         return;
     }
+    const ZoomTelling telling(*this);
     const Guard guard(m->lock);
-    const float before = m->zoom;
     // Fitted pictures need no scroll bars: the whole room is theirs.
     const QSize picture = m->image.hasPicture() ? QSize(GetWidth(), GetHeight()) : QSize();
     m->fitZoom = m->zoom = ormalux::fitZoomOf(maximumViewportSize(), picture);
     m->fitAsked = true;
     updateScrollSizes();
     requestPaint();
-    if (m->zoom != before)
-        Q_EMIT zoomChanged(m->zoom);
 }
 
 void CKestView::Zoom100()
 {
+    const ZoomTelling telling(*this);
     const Guard guard(m->lock);
-    const float before = m->zoom;
     m->zoom = 1.0f;
     updateScrollSizes();
     requestPaint();
-    if (m->zoom != before)
-        Q_EMIT zoomChanged(m->zoom);
 }
 
 void CKestView::ZoomPlus(float step)
 {
+    const ZoomTelling telling(*this);
     const Guard guard(m->lock);
-    const float oldZoom = m->zoom;
     const QSize oldShown = placement().shown();
     m->zoom += step;
     if (!(m->zoom < ormalux::largestZoom))
@@ -142,13 +157,13 @@ void CKestView::ZoomPlus(float step)
         scrollTo({0, 0});
     }
     const QPoint oldScroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    zoomedFrom(oldZoom, oldShown, oldScroll);
+    zoomedFrom(oldShown, oldScroll);
 }
 
 void CKestView::ZoomMinus(float step)
 {
+    const ZoomTelling telling(*this);
     const Guard guard(m->lock);
-    const float oldZoom = m->zoom;
     const QSize oldShown = placement().shown();
     const QPoint oldScroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
     m->zoom -= step;
@@ -164,16 +179,14 @@ void CKestView::ZoomMinus(float step)
         m->zoom = m->fitZoom;
     }
     if (m->zoom != m->fitZoom)
-        return zoomedFrom(oldZoom, oldShown, oldScroll);
+        return zoomedFrom(oldShown, oldScroll);
     updateScrollSizes();
     scrollTo({0, 0});
     requestPaint();
-    if (m->zoom != oldZoom)
-        Q_EMIT zoomChanged(m->zoom);
 }
 
 /// After a change of the zoom: scrolls by the growth of the shown picture.
-void CKestView::zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll)
+void CKestView::zoomedFrom(QSize oldShown, QPoint oldScroll)
 {
     updateScrollSizes();
     const QSize shown = placement().shown();
@@ -181,8 +194,6 @@ void CKestView::zoomedFrom(float oldZoom, QSize oldShown, QPoint oldScroll)
     scrollTo({int(float(shown.width() - oldShown.width()) / divisor + float(oldScroll.x())),
               int(float(shown.height() - oldShown.height()) / divisor + float(oldScroll.y()))});
     requestPaint();
-    if (m->zoom != oldZoom)
-        Q_EMIT zoomChanged(m->zoom);
 }
 
 /// Zooms so that the point of the picture at the device point stays there as far as scrolling allows.

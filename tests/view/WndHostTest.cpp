@@ -254,7 +254,7 @@ TEST_F(WndHost, AnotherThreadDrivesTheWindow)
     CKestWnd::ParentThreadMode(0);
 }
 
-TEST_F(WndHost, WhoHearsOfAPictureMayWaitForAThreadThatUsesIt)
+TEST_F(WndHost, WhoHearsOfThePictureMayWaitForAThreadThatUsesIt)
 {
     int heard = 0;
     int locked = 0;
@@ -281,6 +281,15 @@ TEST_F(WndHost, WhoHearsOfAPictureMayWaitForAThreadThatUsesIt)
     window.Invert();
     window.SetRowOrder(BOTTOM_UP);
     EXPECT_EQ(heard, 9);
+    QObject::connect(window.GetView(), &CKestView::zoomChanged, &window, listen);
+    QObject::connect(window.GetView(), &CKestView::pixelHovered, &window, listen);
+    window.GetView()->Zoom100();
+    window.ZoomPlus(); // the small picture fits at a larger zoom
+    QWidget* const client = window.GetView()->viewport();
+    const QPointF middle = client->rect().center();
+    QMouseEvent move(QEvent::MouseMove, middle, client->mapToGlobal(middle), Qt::NoButton, {}, {});
+    QApplication::sendEvent(client, &move);
+    EXPECT_EQ(heard, 9 + 3);
     EXPECT_EQ(locked, 0);
 }
 
