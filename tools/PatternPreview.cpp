@@ -1,8 +1,8 @@
 #include "tools/PatternPreview.h"
 
 #include "platform/Stdlib.h"
-#include "tools/WidgetCanvas.h"
 #include "tools/PatternTemplate.h"
+#include "tools/WidgetCanvas.h"
 
 #include <algorithm>
 #include <new>

@@ -88,31 +88,35 @@ CRect ViewToolHost::area() const
     return inside.left <= inside.right && inside.top <= inside.bottom ? inside : area;
 }
 
+/// Makes a copy of the picture, or of its gray form, and runs the operation on it.
+bool ViewToolHost::tryOn(ViewImage& copy, const GrayOperation& gray, const ColorOperation& color,
+                         ColorRows rows) const
+{
+    const ViewImage& image = m_view.m->image;
+    if (!image.hasPicture())
+        return false;
+    if (isColor() && !color) {
+        const Picture form = image.part(0, 0, image.width(), image.height(), true);
+        return !form.empty() && copy.assign(form.source(), RowOrder::TopDown) && gray && copy.edit(gray);
+    }
+    if (!copy.assign(image.source(), RowOrder::TopDown))
+        return false;
+    return isColor() ? copy.edit(color, rows) : gray && copy.edit(gray);
+}
+
 bool ViewToolHost::preview(const void* owner, const GrayOperation& gray, const ColorOperation& color,
                            ColorRows rows)
 {
     const Guard guard(m_view.GetLock());
-    const ViewImage& image = m_view.m->image;
     // The memory of the last preview serves the next one: fresh pages take longer than most operations.
     std::unique_ptr<ViewImage> tried = std::move(m_view.m->preview);
     if (!tried)
         tried.reset(new (std::nothrow) ViewImage);
-    bool run = false;
-    if (!tried || !image.hasPicture()) {
-        // nothing to try
-    } else if (isColor() && !color) {
-        const Picture form = image.part(0, 0, image.width(), image.height(), true);
-        run = !form.empty() && tried->assign(form.source(), RowOrder::TopDown) && gray && tried->edit(gray);
-    } else if (tried->assign(image.source(), RowOrder::TopDown)) {
-        run = isColor() ? tried->edit(color, rows) : gray && tried->edit(gray);
-    }
-    if (!run) {
-        m_view.requestPaint();
+    m_view.requestPaint();
+    if (!tried || !tryOn(*tried, gray, color, rows))
         return false;
-    }
     m_view.m->preview = std::move(tried);
     m_previewOwner = owner;
-    m_view.requestPaint();
     return true;
 }
 

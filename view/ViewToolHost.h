@@ -6,6 +6,8 @@ class CKestView;
 
 namespace ormalux {
 
+class ViewImage;
+
 /// A view as the tools see it.
 class ViewToolHost : public ToolHost
 {
@@ -40,6 +42,7 @@ public:
 
 private:
     void pictureTouched();
+    bool tryOn(ViewImage& copy, const GrayOperation& gray, const ColorOperation& color, ColorRows rows) const;
 
     CKestView& m_view;
     std::shared_ptr<const CKestImage> m_gray; ///< of the picture as it is; null until asked for

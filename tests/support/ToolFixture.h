@@ -13,8 +13,18 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace testing_support {
+
+/// The commands of the tools and their dialogs.
+inline constexpr std::pair<int, const char*> everyTool[] = {
+    {6601, "CBlobDlg"},        {6602, "CHistogramDlg"},
+    {6603, "CThresholdDlg"},   {6604, "CDoubleThresholdDlg"},
+    {6610, "CRotateDlg"},      {6633, "CUserFilterDlg"},
+    {6701, "CGammaDlg"},       {6702, "CLightenDlg"},
+    {6709, "CPointGauageDlg"}, {6710, "CLineGauageDlg"},
+    {6711, "COcrMatchDlg"},    {6712, "CMatchDlg"}};
 
 /// A shown window of 640 x 480 and the dialogs of its tools, as an operator has them.
 class ToolFixture : public testing::Test

@@ -12,13 +12,6 @@ namespace {
 
 using namespace testing_support;
 
-constexpr std::pair<int, const char*> tools[] = {{6601, "CBlobDlg"},        {6602, "CHistogramDlg"},
-                                                 {6603, "CThresholdDlg"},   {6604, "CDoubleThresholdDlg"},
-                                                 {6610, "CRotateDlg"},      {6633, "CUserFilterDlg"},
-                                                 {6701, "CGammaDlg"},       {6702, "CLightenDlg"},
-                                                 {6709, "CPointGauageDlg"}, {6710, "CLineGauageDlg"},
-                                                 {6711, "COcrMatchDlg"},    {6712, "CMatchDlg"}};
-
 /// What may come under a dialog that is open.
 struct Scene
 {
@@ -91,7 +84,7 @@ protected:
 
 TEST_F(EveryTool, LeavesThePictureAloneWhateverComesUnderIt)
 {
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
         ASSERT_TRUE(dialog);
@@ -133,7 +126,7 @@ TEST_F(EveryTool, TheWindowMayGoWithAllOfThemOpenAndAtWork)
     const auto noise = randomBytes(400 * 300, 9);
     std::vector<std::uint8_t> linked(noise.begin(), noise.end());
     other->SetImagePtrLink(400, 300, 8, linked.data());
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         ASSERT_TRUE(other->GetView()->OpenTool(command));
         addSource(other->findChild<QDialog*>(name), path);
     }

@@ -22,13 +22,6 @@ namespace {
 
 using namespace testing_support;
 
-constexpr std::pair<int, const char*> tools[] = {{6601, "CBlobDlg"},        {6602, "CHistogramDlg"},
-                                                 {6603, "CThresholdDlg"},   {6604, "CDoubleThresholdDlg"},
-                                                 {6610, "CRotateDlg"},      {6633, "CUserFilterDlg"},
-                                                 {6701, "CGammaDlg"},       {6702, "CLightenDlg"},
-                                                 {6709, "CPointGauageDlg"}, {6710, "CLineGauageDlg"},
-                                                 {6711, "COcrMatchDlg"},    {6712, "CMatchDlg"}};
-
 std::string named(const QWidget* widget)
 {
     const QString name =
@@ -145,7 +138,7 @@ protected:
 TEST_P(Keyboard, TabWalksEveryDialogInReadingOrder)
 {
     showBlocks(true);
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         QDialog* const dialog = open(command, name);
         expectWalk(dialog);
         dialog->close();
@@ -176,7 +169,7 @@ TEST_P(Keyboard, TabWalksTheDialogsOfSourceFilesInReadingOrder)
 TEST_P(Keyboard, TheControlWithTheFocusLooksDifferent)
 {
     showBlocks(false);
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
         activate(dialog);
@@ -197,7 +190,7 @@ TEST_P(Keyboard, TheControlWithTheFocusLooksDifferent)
 TEST_P(Keyboard, NoLetterStandsForTwoControlsOfADialog)
 {
     showBlocks(true);
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
         std::map<QString, std::string> owners;
@@ -220,7 +213,7 @@ TEST_P(Keyboard, NoLetterStandsForTwoControlsOfADialog)
 TEST_P(Keyboard, EnterPressesTheButtonWithTheFocusAndNoOther)
 {
     showBlocks(false);
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
         activate(dialog);
@@ -246,7 +239,7 @@ TEST_P(Keyboard, OpenDialogsChangeTheirLanguageAndBack)
 {
     showBlocks(true);
     const std::string other = GetParam() == std::string("ko") ? "en" : "ko";
-    for (const auto& [command, name] : tools) {
+    for (const auto& [command, name] : everyTool) {
         SCOPED_TRACE(name);
         QDialog* const dialog = open(command, name);
         const QStringList before = textsOf(dialog);
