@@ -105,7 +105,8 @@ public:
     int LoadImage(const char* path);
     /// Writes a 24-bit BMP: the rows of 3 x width bytes, the last one first, each followed by stride - width
     /// bytes of 0 where stride is the padded row, and then, deliberately, the whole padded buffer once more
-    /// with its rows reversed. Returns 1, or 0 when the file cannot be written.
+    /// with its rows reversed. Returns 1, or 0 when the file cannot be written. An image with a size but
+    /// without a buffer writes nothing and gives 0; one without a size gives a file of headers.
     int SaveImage(const char* path) const;
 
     // Point operations (color/VisionImage24Point.cpp)

@@ -114,7 +114,8 @@ public:
     /// rows are taken as unpadded, so only widths that are a multiple of 4 load right. A refused header
     /// leaves the image as it was; pixels that the file does not hold in full leave it without a buffer.
     int LoadImage(const char* path);
-    /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written.
+    /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written. An image with
+    /// a size but without a buffer writes nothing and gives 0; one without a size gives a file of headers.
     int SaveImage(const char* path) const;
 
     // Point operations (image/VisionImagePoint.cpp)
