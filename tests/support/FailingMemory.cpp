@@ -1,5 +1,6 @@
-// Linked with --wrap for malloc, calloc, realloc and mmap, so that the library's own calls come here; its
-// operators new do since a program's replace the standard library's.
+// Linked with --wrap for malloc, calloc, realloc and mmap into a program that has the library's objects, or
+// with ORMALUX_TEST_LOADS_MODULE into one that loads the module. A program's operators new replace the
+// standard library's anyway.
 #include "tests/support/FailingMemory.h"
 
 #include <sys/types.h>
@@ -28,34 +29,46 @@ bool refused()
 
 } // namespace
 
+// A program that loads the module takes the place of the C library's malloc for all of the process; one that
+// is linked with the module's objects has their calls wrapped, which sanitizers bear.
+#if defined(ORMALUX_TEST_LOADS_MODULE)
+#define REAL(name) __libc_##name
+#define FAILING(name) name
+#else
+#define REAL(name) __real_##name
+#define FAILING(name) __wrap_##name
+#endif
+
 extern "C" {
-void* __real_malloc(std::size_t);
-void* __real_calloc(std::size_t, std::size_t);
-void* __real_realloc(void*, std::size_t);
+void* REAL(malloc)(std::size_t);
+void* REAL(calloc)(std::size_t, std::size_t);
+void* REAL(realloc)(void*, std::size_t);
+void* FAILING(malloc)(std::size_t size)
+{
+    return refused() ? nullptr : REAL(malloc)(size);
+}
+void* FAILING(calloc)(std::size_t count, std::size_t size)
+{
+    return refused() ? nullptr : REAL(calloc)(count, size);
+}
+void* FAILING(realloc)(void* block, std::size_t size)
+{
+    return refused() ? nullptr : REAL(realloc)(block, size);
+}
+#if !defined(ORMALUX_TEST_LOADS_MODULE)
 void* __real_mmap(void*, std::size_t, int, int, int, off_t);
-void* __wrap_malloc(std::size_t size)
-{
-    return refused() ? nullptr : __real_malloc(size);
-}
-void* __wrap_calloc(std::size_t count, std::size_t size)
-{
-    return refused() ? nullptr : __real_calloc(count, size);
-}
-void* __wrap_realloc(void* block, std::size_t size)
-{
-    return refused() ? nullptr : __real_realloc(block, size);
-}
 void* __wrap_mmap(void* at, std::size_t size, int protection, int flags, int file, off_t offset)
 {
     return refused() ? reinterpret_cast<void*>(-1) : __real_mmap(at, size, protection, flags, file, offset);
 }
+#endif
 }
 
 namespace {
 
 void* fresh(std::size_t size)
 {
-    return refused() ? nullptr : __real_malloc(size > 0 ? size : 1);
+    return refused() ? nullptr : REAL(malloc)(size > 0 ? size : 1);
 }
 
 void* fresh(std::size_t size, std::align_val_t alignment)

@@ -1,7 +1,7 @@
 #pragma once
 
 /// For tests: allocations that fail. Every way to memory that the library takes counts, on every thread; the
-/// program that uses this is linked with FailingMemory.cpp and the options that its first lines name.
+/// program that uses this is linked with FailingMemory.cpp as its first lines say.
 namespace testing_support {
 
 enum class Fails
