@@ -2,7 +2,6 @@
 #include "platform/Process.h"
 
 #include <cstdio>
-#include <memory>
 
 #if !defined(_WIN32)
 #include <fcntl.h>
