@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 
 namespace ormalux {
 
@@ -9,7 +9,7 @@ template <class Array>
 class WholeAppend
 {
 public:
-    explicit WholeAppend(Array& array) : m_array(array), m_before(array.GetCount()), m_count(m_before) {}
+    explicit WholeAppend(Array& array) : m_array(array), m_before(array.GetCount()) {}
     WholeAppend(const WholeAppend&) = delete;
     WholeAppend& operator=(const WholeAppend&) = delete;
     ~WholeAppend() { finish(); }
@@ -18,27 +18,31 @@ public:
     template <class... Fields>
     void add(const Fields&... fields)
     {
-        if (!m_whole)
+        if (m_short)
             return;
         m_array.Add(fields...);
-        m_whole = m_array.records().size() == std::size_t(++m_count);
+        // Whether all were taken is seen at the end; now and then suffices to stop asking for memory in vain.
+        if (++m_added % 4096 == 0)
+            m_short = !complete();
     }
 
-    /// Takes back everything: the measurement cannot be completed.
-    void fail() { m_whole = false; }
     /// Ends the measurement; returns the array's count.
     int finish()
     {
-        if (!m_whole)
+        if (!complete())
             m_array.cutBackTo(m_before);
-        return m_array.GetCount();
+        m_before = m_array.GetCount();
+        m_added = 0;
+        return m_before;
     }
 
 private:
+    bool complete() const { return m_array.GetCount() == m_before + m_added; }
+
     Array& m_array;
     int m_before;
-    int m_count;
-    bool m_whole = true;
+    std::int64_t m_added = 0;
+    bool m_short = false;
 };
 
 } // namespace ormalux
