@@ -94,17 +94,25 @@ public:
     /// Records of trivial types hold anything until they are written.
     std::span<Record> appendForOverwrite(std::size_t n)
     {
-        if (n == 0 || n > std::size_t(INT32_MAX - m_count))
+        if (n == 0 || !makeRoomForMore(n))
             return {};
         const int wanted = m_count + int(n);
-        if (!makeRoomFor(wanted))
-            return {};
         m_storage.clearUpTo(m_count);
         m_storage.exposeUpTo(wanted);
         std::span<Record> added(m_storage.data() + m_count, n);
         m_count = wanted;
         return added;
     }
+
+    /// Memory for n more records: appending them cannot fail then, unless copies of theirs take memory
+    /// themselves. False, with the array as it was, when memory is short.
+    bool makeRoomForMore(std::size_t n)
+    {
+        return n == 0 || (n <= std::size_t(INT32_MAX - m_count) && makeRoomFor(m_count + int(n)));
+    }
+
+    /// Gives up the records from count on.
+    void cutBackTo(int count) { m_count = std::clamp(count, 0, m_count); }
 
 protected:
     static constexpr bool trivial = RecordStorage<Record>::trivial;

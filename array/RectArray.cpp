@@ -7,7 +7,12 @@ CRectArray& CRectArray::operator=(const CRectArray& other)
 {
     if (this == &other)
         return *this;
+    const int before = m_count;
     RemoveAll();
+    if (!makeRoomForMore(std::size_t(other.m_count))) {
+        m_count = before;
+        return *this;
+    }
     const std::span<const RECT> from = other.records();
     const std::span<RECT> to = appendForOverwrite(std::size_t(other.m_count));
     const std::size_t copied = std::min(from.size(), to.size());

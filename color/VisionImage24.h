@@ -105,7 +105,8 @@ public:
     int LoadImage(const char* path);
     /// Writes a 24-bit BMP: the rows of 3 x width bytes, the last one first, each followed by stride - width
     /// bytes of 0 where stride is the padded row, and then, deliberately, the whole padded buffer once more
-    /// with its rows reversed. Returns 1, or 0 when the file cannot be written.
+    /// with its rows reversed. Returns 1, or 0 when the file cannot be written. An image with a size but
+    /// without a buffer writes nothing and gives 0; one without a size gives a file of headers.
     int SaveImage(const char* path) const;
 
     // Point operations (color/VisionImage24Point.cpp)
@@ -121,13 +122,14 @@ public:
     /// Gray world: every byte v of channel c becomes min(255, v x T / (3 x S)), S the sum over the channel, T
     /// the sum over all three, in 64-bit integers; a channel with a sum of 0 stays.
     void WhiteBalance();
-    /// The same with the sums of a reference patch, applied to the whole image; nothing when it leaves the
-    /// image.
+    /// The same with the sums of a reference patch, corners inclusive, applied to the whole image; nothing
+    /// when it leaves the image.
     void WhiteBalance(int x1, int y1, int x2, int y2);
-    /// Appends every pixel whose channels each lie between those of low and high, by rows; returns
-    /// ar.GetCount().
+    /// Appends every pixel whose channels each lie between those of low and high, by rows, all of them or,
+    /// when memory is short, none; returns ar.GetCount().
     int GetPixelArray(COLORREF low, COLORREF high, CColorPixelArray& ar) const;
-    /// The same over a rectangle, in coordinates of the image; nothing when it leaves the image.
+    /// The same over a rectangle, corners inclusive, in coordinates of the image; nothing when it leaves the
+    /// image.
     int GetPixelArray(int x1, int y1, int x2, int y2, COLORREF low, COLORREF high,
                       CColorPixelArray& ar) const;
 
@@ -144,13 +146,17 @@ public:
     void Emboss();
     void Edge();
     void Laplacian();
-    /// Every channel alone becomes the minimum of its 3 x 3 neighbourhood, in place as in the gray image.
+    // Deliberate, as in the gray image: minimum and maximum run along the scan and flatten pictures of
+    // natural levels; CKestImage::Erode says how far.
+
+    /// Every channel alone becomes the minimum of its 3 x 3 neighbourhood, in place: a channel's least level
+    /// fills everything to its right and below.
     void Erode();
-    /// Every channel alone becomes the maximum of its 3 x 3 neighbourhood, in place as in the gray image.
+    /// The same with the maximum: a channel's greatest level fills everything to its right and below.
     void Dilate();
-    /// Erode, then Dilate.
+    /// Erode, then Dilate: every channel becomes the least of its four levels in the top left corner.
     void OpenBox();
-    /// Dilate, then Erode.
+    /// Dilate, then Erode: every channel becomes the greatest of its four levels in the top left corner.
     void CloseBox();
 
     // Geometric transforms (color/VisionImage24Transform.cpp): rows padded to 4 bytes
@@ -208,8 +214,9 @@ public:
     int GetImageWithFilter(char filter, CKestImage& target) const;
 
     // Blobs (measure/VisionImage24Blob.cpp): the gray image's blob searches of the same form on one gray
-    // plane. Sizes are inclusive limits in pixels; the region is left <= x < right, top <= y < bottom.
-    // Results are appended; returns result.GetCount(), 0 for an empty image.
+    // plane. Sizes are inclusive limits in pixels, and a minimum of 1 x 1 lists every further pixel of a
+    // blob, too; the region is left <= x < right, top <= y < bottom. Results are appended, all of them or,
+    // when memory is short, none; returns result.GetCount(), 0 for an empty image.
 
     /// Blobs of pixels whose channels each lie between those of low and high.
     int GetColorRangeBlobList(COLORREF low, COLORREF high, long min_w, long max_w, long min_h, long max_h,
@@ -236,7 +243,8 @@ public:
                      long max_w, long min_h, long max_h, CBlobRectArray& result) const;
 
     // Sampling along shapes (measure/VisionImage24Sample.cpp): the points of the gray image's samplings in
-    // the same order, repeated ones repeated; points outside the image are skipped. Returns ar.GetCount().
+    // the same order, repeated ones repeated; points outside the image are skipped. All are appended or, when
+    // memory is short, none. Returns ar.GetCount().
 
     int GetLinePixelArray(long x1, long y1, long x2, long y2, CColorPixelArray& ar) const;
     int GetCyclePixelArray(long cx, long cy, long r, CColorPixelArray& ar) const;

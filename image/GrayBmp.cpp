@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <memory>
 
 namespace ormalux {
@@ -50,14 +51,14 @@ bool writeGrayBmp(const char* path, const ConstGrayView& image, int width, int h
 {
     const BmpHeaderBytes header(width, height, 8);
     const std::size_t stride = bitmapStride(width, 1);
-    const int rows = stride > 0 ? std::min(rowsPerBlock(stride), std::max(height, 1)) : 0;
+    const int rows = image.empty() ? 0 : std::min(rowsPerBlock(stride), height);
     const std::unique_ptr<std::uint8_t[]> block(newPixels(stride * std::size_t(rows)));
     if (!block)
         return false;
     std::memset(block.get(), 0, stride * std::size_t(rows)); // the padding stays 0
-    int bottom = image.empty() ? -1 : height;
+    int bottom = height;
     bool headerDone = false;
-    return writeFileInParts(path, [&]() -> std::span<const std::uint8_t> {
+    const auto nextPart = [&]() -> std::span<const std::uint8_t> {
         if (!headerDone) {
             headerDone = true;
             return header.bytes();
@@ -66,7 +67,8 @@ bool writeGrayBmp(const char* path, const ConstGrayView& image, int width, int h
         for (int row = 0; row < rows && bottom > 0; ++row, filled += stride)
             std::memcpy(block.get() + filled, image.row(--bottom), std::size_t(width));
         return {block.get(), filled};
-    });
+    };
+    return writeFileInParts(path, std::cref(nextPart)); // by reference: a copy of it would take memory
 }
 
 } // namespace ormalux

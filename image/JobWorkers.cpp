@@ -40,36 +40,45 @@ bool spinFor(Condition condition)
 
 JobWorkers::~JobWorkers() = default;
 
-void JobWorkers::start(int workers)
+void JobWorkers::prepare(int workers)
 {
     m_records.reset(new (std::nothrow) Record[std::size_t(workers)]);
-    if (!m_records)
-        return;
-    for (int i = 0; i < workers; ++i) {
+    m_workers = m_records ? workers : 0;
+    for (int i = 0; i < m_workers; ++i)
         m_records[i].kind = this;
-        if (!m_records[i].thread.start(&JobWorkers::work, &m_records[i]))
+}
+
+// How many of the workers have a thread then.
+int JobWorkers::startUpTo(int workers)
+{
+    const int wanted = std::min(workers, m_workers);
+    int started = m_started.load(std::memory_order_relaxed);
+    while (started < wanted && !m_quit.load()) {
+        if (!m_records[started].thread.start(&JobWorkers::work, &m_records[started]))
             break;
-        m_workers = i + 1;
+        m_started.store(++started);
     }
+    return std::min(started, wanted);
 }
 
 void JobWorkers::quit()
 {
     m_quit.store(true);
-    for (int i = 0; i < m_workers; ++i)
+    for (int i = 0; i < m_started; ++i)
         m_records[i].events.set(Record::Quit);
 }
 
 void JobWorkers::end(std::chrono::steady_clock::time_point deadline)
 {
-    for (int i = 0; i < m_workers; ++i)
+    for (int i = 0; i < m_started; ++i)
         m_records[i].thread.end(deadline);
-    m_workers = 0;
+    m_started = 0;
 }
 
-void JobWorkers::run(int bands, std::int64_t total, pool_detail::Body body, void* context)
+void JobWorkers::run(int bands, int helpers, std::int64_t total, pool_detail::Body body, void* context)
 {
     const std::lock_guard queue(m_callers);
+    const int called = startUpTo(helpers);
     m_body = body;
     m_context = context;
     m_total = total;
@@ -79,8 +88,6 @@ void JobWorkers::run(int bands, std::int64_t total, pool_detail::Body body, void
     const std::uint64_t number = (m_ticket.load(std::memory_order_relaxed) >> 32) + 1;
     m_ticket.store(number << 32 | std::uint32_t(bands), std::memory_order_release);
 
-    // The caller is a worker too, so one less is called than there are bands.
-    const int called = std::min(m_workers, bands - 1);
     for (int i = 0; i < called; ++i) {
         m_records[i].events.reset(Record::Done);
         m_records[i].called.store(true, std::memory_order_release);

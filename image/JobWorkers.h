@@ -10,23 +10,25 @@
 
 namespace ormalux {
 
-/// The workers of one kind of job: a record a processor, each with its start, quit and done events and a
-/// thread.
+/// The workers of one kind of job: a record a processor, each with its start, quit and done events, and from
+/// the first job on that can use it a thread.
 class JobWorkers
 {
 public:
     ~JobWorkers();
 
-    /// Makes the records and their threads; a thread that cannot be had is done without.
-    void start(int workers);
+    /// Makes the records; without memory for them the kind has no workers.
+    void prepare(int workers);
     /// Tells every worker to quit; end() then waits for them.
     void quit();
     void end(std::chrono::steady_clock::time_point deadline);
     /// See NativeThread::wasKilled().
-    bool wereKilled() const { return m_workers > 0 && m_records[0].thread.wasKilled(); }
+    bool wereKilled() const { return m_started > 0 && m_records[0].thread.wasKilled(); }
 
-    /// Runs every band, on the calling thread and on workers that come in time. Callers queue.
-    void run(int bands, std::int64_t total, pool_detail::Body body, void* context);
+    /// Runs every band, on the calling thread and on those of at most `helpers` workers that come in time.
+    /// Their threads are started where they are not yet; one that cannot be had is done without. Callers
+    /// queue.
+    void run(int bands, int helpers, std::int64_t total, pool_detail::Body body, void* context);
 
 private:
     struct Record
@@ -43,6 +45,7 @@ private:
         JobWorkers* kind = nullptr;
     };
 
+    int startUpTo(int workers);
     static void work(void* record);
     void awaitCall(Record& record);
     bool claim(int& band);
@@ -52,6 +55,7 @@ private:
     std::mutex m_callers;
     std::unique_ptr<Record[]> m_records;
     int m_workers = 0;
+    std::atomic<int> m_started{0};
     std::atomic<bool> m_quit{false};
 
     // The job. Written by the caller before m_ticket offers its bands; read by who has claimed a band, and

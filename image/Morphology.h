@@ -7,9 +7,10 @@ namespace ormalux {
 /// 3 x 3 gray-level erosion and dilation, in place and without scratch memory.
 ///
 /// Deliberate: the scan runs from the top left pixel and writes where it reads, so the neighbours above and
-/// to the left are already eroded (dilated) when a pixel is computed, and a dark (bright) pixel spreads
-/// through the rest of its row and to the lower right in one call. Callers rely on exactly this result.
-/// Neighbours outside the picture do not count. Nothing happens to an empty picture.
+/// to the left are already eroded (dilated) when a pixel is computed, and the minimum (maximum) runs along:
+/// a dark (bright) pixel at (x, y) fills row y - 1 from column x - 1 on, its own from x - 2 on (row 0 from
+/// x - 1), and every row below from one column further left. Neighbours outside the picture do not count.
+/// Nothing happens to an empty picture.
 void erode(GrayView image);
 void dilate(GrayView image);
 

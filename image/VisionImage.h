@@ -78,12 +78,13 @@ public:
     /// The pixel, 0 outside the buffer.
     unsigned char GetPixel(int x, int y) const;
     void SetPixel(int x, int y, unsigned char value);
-    /// A new copy of the rectangle, which the caller frees with delete[]; null when it leaves the image.
+    /// A new copy of the rectangle, corners inclusive, which the caller frees with delete[]; null when it
+    /// leaves the image.
     unsigned char* GetImagePtr(int x1, int y1, int x2, int y2) const;
     /// Deliberate: a new empty image, whatever the arguments; the caller deletes it.
     CKestImage* GetImage(int x1, int y1, int x2, int y2) const;
-    /// Crops to the rectangle; nothing happens when it leaves the image. Deliberate: the new size comes from
-    /// the arguments as given, so a reversed rectangle gives a size of 0 or less.
+    /// Crops to the rectangle, corners inclusive; nothing happens when it leaves the image. Deliberate: the
+    /// new size comes from the arguments as given, so a reversed rectangle gives a size of 0 or less.
     void SetROIPlacement(int x1, int y1, int x2, int y2);
     void SetROIPlacement(const RECT& rect);
 
@@ -114,7 +115,9 @@ public:
     /// rows are taken as unpadded, so only widths that are a multiple of 4 load right. A refused header
     /// leaves the image as it was; pixels that the file does not hold in full leave it without a buffer.
     int LoadImage(const char* path);
-    /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written.
+    /// Writes an 8-bit BMP with a gray palette. Returns 1, or 0 when the file cannot be written. An image
+    /// with a size but without a buffer writes nothing and gives 0; one without a size gives a file of
+    /// headers.
     int SaveImage(const char* path) const;
 
     // Point operations (image/VisionImagePoint.cpp)
@@ -166,24 +169,26 @@ public:
     /// counts as 1, one not below the width as half the width. Deliberate: every worker starts its steps at
     /// the first line of its band, so for steps above 1 the result depends on the number of processors.
     long GetAutoThreshold(char mode, int step) const;
-    /// The same of a rectangle; 0 when it leaves the image.
+    /// The same of a rectangle, corners inclusive; 0 when it leaves the image.
     long GetAutoThreshold(int x1, int y1, int x2, int y2, char mode, int step) const;
     /// Adds the number of pixels of each level to 256 counts, which the caller has cleared or wants to go on
     /// with.
     void Histogram(long* histogram) const;
-    /// The mean level; 0 for an empty image or a rectangle that leaves it.
+    /// The mean level; 0 for an empty image or a rectangle, corners inclusive, that leaves it.
     double GetGrayLevelAverage() const;
     double GetGrayLevelAverage(int x1, int y1, int x2, int y2) const;
     /// The mean x and the mean y, truncated, of the pixels above the threshold (polarity 255) or not above it
     /// (0), in coordinates of the image. With nothing counted the outputs stay untouched; either may be null.
     void GetGravityCenter(int threshold, unsigned char polarity, long* cx, long* cy) const;
-    /// The same of a rectangle, still in coordinates of the image; nothing when it leaves the image.
+    /// The same of a rectangle, corners inclusive, still in coordinates of the image; nothing when it leaves
+    /// the image.
     void GetGravityCenter(int x1, int y1, int x2, int y2, int threshold, unsigned char polarity, long* cx,
                           long* cy) const;
     /// Appends (x, y, p, 0.0) for every pixel with low <= p <= high, by rows from the top; returns
     /// ar.GetCount(). All of them or, when memory is short, none.
     int GetPixelArray(unsigned char low, unsigned char high, CPixelArray& ar) const;
-    /// The same over a rectangle, in coordinates of the image; nothing when it leaves the image.
+    /// The same over a rectangle, corners inclusive, in coordinates of the image; nothing when it leaves the
+    /// image.
     int GetPixelArray(int x1, int y1, int x2, int y2, unsigned char low, unsigned char high,
                       CPixelArray& ar) const;
 
@@ -218,15 +223,20 @@ public:
     /// S - 9 p: bright where a pixel is darker than its neighbours.
     void Laplacian();
     /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing.
-    /// Deliberate: the scan works in place from the top left, so that the neighbours above and to the left
-    /// are already eroded and a dark pixel spreads through the rest of its row and to the lower right;
-    /// callers rely on it.
+    ///
+    /// Deliberate: not the erosion of the textbooks. The scan writes where it reads, from the top left, so
+    /// that the minimum runs along: a pixel becomes the least of all pixels in the rows up to the one below
+    /// it, from the left edge to the column x + 1 in the row below, x + 2 in its own and one more with every
+    /// row further up (x + y + 1 in row 0). Levels never rise to the right or downward. This flattens
+    /// pictures of natural levels: from the darkest pixel on nothing but its level is left to the right and
+    /// below.
     void Erode();
-    /// The same with the maximum.
+    /// The same with the maximum: the brightest pixel's level fills everything to its right and below.
     void Dilate();
-    /// Erode, then Dilate.
+    /// Erode, then Dilate. Deliberate: both run along the scan, so of any picture nothing is left: every
+    /// pixel becomes the least of the four in the top left corner.
     void OpenBox();
-    /// Dilate, then Erode.
+    /// Dilate, then Erode. Deliberate: every pixel becomes the greatest of the four in the top left corner.
     void CloseBox();
 
     // Geometric transforms (image/VisionImageTransform.cpp)
@@ -257,8 +267,8 @@ public:
     //
     // A blob is a 4-connected set of object pixels. Those whose extents in pixels lie within the limits, both
     // ends included, are appended in the order of their first pixels in scan order; the array is not cleared.
-    // Each returns the array's count, or 0 for an image without buffer or when memory is short (nothing is
-    // appended then).
+    // Each returns the array's count, 0 for an image without buffer. When memory is short nothing is
+    // appended.
     //
     // Deliberate: every further pixel of a blob is tried once more and found to stand alone, so a minimum of
     // 1 x 1 appends a record of one pixel for each; callers who want blobs only ask for at least 2.
@@ -268,19 +278,21 @@ public:
     // left of or above the region counts for the blob that it touches, though it does not widen its
     // rectangle.
 
-    /// Objects: pixels equal to value.
+    /// Objects: pixels equal to value. Minimum sizes of 1 x 1 list every further pixel of a blob, too, here
+    /// and below.
     int GetBlobList(int value, long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
     /// Objects: pixels above the threshold (color 255) or not above it (0); another colour finds nothing.
     int GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
                     CBlobRectArray& result) const;
-    /// The same within a region.
+    /// The same within a region; right and bottom are exclusive.
     int GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
                     long max_w, long min_h, long max_h, CBlobRectArray& result) const;
-    /// Pixels equal to value within a region.
+    /// Pixels equal to value within a region; right and bottom are exclusive.
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CBlobRectArray& result) const;
     /// The pixels of each blob, in the order of a depth-first walk from its first pixel that tries left,
-    /// right, up and down; pixels that count from outside the region are listed where they are.
+    /// right, up and down; pixels that count from outside the region are listed where they are. Right and
+    /// bottom are exclusive.
     int GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w, long min_h,
                     long max_h, CPointArrayArray& result) const;
     /// Objects: pixels with low <= p <= high.
@@ -307,8 +319,8 @@ public:
     static int PtInCycle(int cx, int cy, int r, int px, int py);
 
     // Tracing appends pixels and returns ar.GetCount(). Pixels that 32-bit coordinates do not hold are left
-    // out. Nothing is appended for lines of more than 2^27 pixels, circles with a radius above 2^24, ellipses
-    // with a semi-axis above 2^19 and arcs of more than 2^24 degrees.
+    // out. Nothing is appended when memory is short, for lines of more than 2^27 pixels, circles with a
+    // radius above 2^24, ellipses with a semi-axis above 2^19 and arcs of more than 2^24 degrees.
 
     /// The Bresenham line along its longer axis (y if equal), always toward larger coordinates of that axis.
     static int GetLineSegment(int x1, int y1, int x2, int y2, CPointArray& ar);
@@ -333,7 +345,8 @@ public:
 
     // Sampling along shapes (measure/VisionImageSample.cpp). Appends (x, y, level, 0.0) for the pixels of the
     // shapes above whose level lies in low .. high, in the order of the trace and repeated where the trace
-    // repeats them; returns ar.GetCount(). Pixels outside the image are left out; lines and circles of any
+    // repeats them, all of them or, when memory is short, none; returns ar.GetCount(). Both ends of a line
+    // belong to it. Pixels outside the image are left out; lines and circles of any
     // size are sampled, and cost no more than what lies in the image. Coordinates beyond 32 bits give
     // nothing.
 
@@ -349,8 +362,8 @@ public:
     // Gauges (measure/VisionImageGauge.cpp)
 
     /// Appends the edges along a straight line: every sample at which the profile, bright above the
-    /// threshold, changes as the polarity says, with the contrast to the sample before it as parameter.
-    /// Returns ar.GetCount(), or 0 without a threshold (0).
+    /// threshold, changes as the polarity says, with the contrast to the sample before it as parameter; all
+    /// of them or, when memory is short, none. Returns ar.GetCount(), or 0 without a threshold (0).
     ///
     /// The ends are clamped into the image and ordered: flat lines are walked from left to right, steep ones
     /// from top to bottom. Deliberate: an exactly vertical or horizontal line is then tilted by a pixel at
@@ -363,21 +376,26 @@ public:
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, long* best_x, long* best_y) const;
     int GetPointGauge(int x1, int y1, int x2, int y2, int polarity, int threshold, long* best_x,
                       long* best_y) const;
-    /// Measures a straight edge in a rectangle, which is put in order and may leave the image. Scan lines
-    /// across it (columns for DIRECTION_HORIZENTAL, rows for DIRECTION_VERTICAL) are gauged by their best
-    /// edge; each pairs with its mirror line about the centre line at half the extent; the mean of the
-    /// directions from each edge to its counterpart, less 90, is the angle. step is the distance of the
-    /// columns (below 1 counts as 1; the columns are cut into as many bands as there are processors, each
-    /// stepping anew, so with a step above 1 the angle depends on their number); rows ignore it. Returns 1,
-    /// or 0 without an edge on the centre line or for another direction, the result then untouched. Without
-    /// any pair the angle is not a number and the ends are 0x80000000.
+    /// Measures a straight edge in a rectangle, whose corners are inclusive and put in order and may leave
+    /// the image. Scan lines across it (columns for DIRECTION_HORIZENTAL, rows for DIRECTION_VERTICAL) are
+    /// gauged by their best edge; each pairs with its mirror line about the centre line at half the extent;
+    /// the mean of the directions from each edge to its counterpart, less 90, is the angle. step is the
+    /// distance of the columns (below 1 counts as 1; the columns are cut into as many bands as there are
+    /// processors, each stepping anew, so with a step above 1 the angle depends on their number); rows ignore
+    /// it. Returns 1, or 0 without an edge on the centre line, for another direction or when memory is short,
+    /// the result then untouched. Without any pair the angle is not a number and the ends are 0x80000000.
     ///
     /// Deliberate: the angle is biased. The centre line pairs with itself and counts as 0, and the last line
     /// of the rectangle is not walked: with n walked lines a level edge measures 90 / n (odd n) or 180 / n
     /// (even n) degrees too little, an upright one 180 / n or 90 / n. Where a roughly horizontal edge falls
     /// to the right, pairs within one row count as 0 and not as 360, which pulls the angle further below 180
     /// the less the edge falls: over 200 columns 12.3 degrees measure 165.2 instead of 167.7, half a degree
-    /// measures 128.3. Hosts are tuned to these very values.
+    /// measures 128.3.
+    ///
+    /// Mean error over drawn edges within 15 degrees of upright and level, in degrees, for 80, 81, 160 and
+    /// 161 walked lines: upright edges that lean to the right 0.7, 2.9, 0.4, 1.5, to the left 1.6, 2.1,
+    /// 0.8, 1.1; level ones that rise to the right 2.6, 0.5, 1.3, 0.2, that fall 21, 8, 14, 4 and at worst
+    /// 79, 61, 82, 31.
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step,
                      _stLineGaugeResult& result) const;
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step, int threshold,
@@ -390,30 +408,37 @@ public:
     //   black_yield = hits / black_count, or 1 for a count of 0, times the smaller over the larger of the
     //   areas w x h and width x height; white_yield likewise; their average orders results.
     // The result array is not cleared; new results leave the threshold of the slot that they take as it was.
+    // Every match appends all that it finds or, when memory is short, nothing.
 
-    /// Scores the first source on every blob of its key's colour whose extents differ by at most 10 from its
-    /// own, and appends all in the order of the blob search. Coordinates are relative to the area's top left
-    /// corner; an area that leaves the image means the whole image. Without sources, one of zeros is used.
-    /// Returns the array's count; 0, with nothing appended, for more than one source or no candidate.
+    /// Scores the source on every blob of its key's colour whose extents differ by at most 10 from its own,
+    /// and appends all in the order of the blob search. The area's corners are inclusive; coordinates are
+    /// relative to its top left corner; an area that leaves the image means the whole image. A source of at
+    /// most 11 x 11 admits boxes of 1 x 1: every further pixel of every blob is then a candidate, too.
+    ///
+    /// Without sources one of zeros is used: every dark blob of at most 10 x 10 and every further dark pixel
+    /// is appended with yields of 0. Returns the array's count; 0, with nothing appended, for more than one
+    /// source or no candidate.
     int Match(int left, int top, int right, int bottom, int threshold, CMatchSrcArray& sources,
               CMatchResultArray& results) const;
     /// The same over the whole image.
     int Match(int threshold, CMatchSrcArray& sources, CMatchResultArray& results) const;
     /// For every threshold from low to high that has a candidate, appends the best (the last of equals) with
     /// its threshold, in their order. Thresholds beyond the gray levels all find the same: of those below 0
-    /// and of those above 255 at most 2^20 are appended, the ones nearest to the levels. Returns the array's
-    /// count.
+    /// and of those above 255 at most 2^20 are appended, the ones nearest to the levels. Area, coordinates,
+    /// sources of at most 11 x 11 and no sources are as for Match; for more than one source nothing is
+    /// appended. Returns the array's count.
     int MatchThresholdRange(int left, int top, int right, int bottom, int low, int high,
                             CMatchSrcArray& sources, CMatchResultArray& results) const;
     /// For every dark blob of the given extents, both ends included, appends the source that agrees best (the
-    /// last of equals): key is the character read. Returns the array's count, 0 without a blob. Without
-    /// sources nothing is appended.
+    /// last of equals): key is the character read. Minimum sizes of 1 x 1 read every further pixel of a blob,
+    /// too. Returns the array's count, 0 without a blob. Without sources nothing is appended.
     int OcrMatch(int threshold, int min_width, int max_width, int min_height, int max_height,
                  CMatchSrcArray& sources, CMatchResultArray& results) const;
-    /// The same within a region, whose corners are those of GetBlobList: right and bottom lie outside.
+    /// The same within a region, whose right and bottom are exclusive, as those of GetBlobList.
     int OcrMatch(int left, int top, int right, int bottom, int threshold, int min_width, int max_width,
                  int min_height, int max_height, CMatchSrcArray& sources, CMatchResultArray& results) const;
-    /// Reads the boxes of the list, in its order. A box that leaves the image gives no result.
+    /// Reads the boxes of the list, whose corners are inclusive, in its order. A box that leaves the image
+    /// gives no result.
     int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
                  CMatchResultArray& results) const;
 

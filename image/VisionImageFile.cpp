@@ -38,7 +38,7 @@ int CKestImage::LoadImage(const char* path)
 
 int CKestImage::SaveImage(const char* path) const
 {
-    const bool pixelsMissing = !m_pixels && m_length != 0;
+    const bool pixelsMissing = view().empty() && m_width != 0 && m_height != 0;
     if (m_width < 0 || m_height < 0 || pixelsMissing)
         return 0;
     return ormalux::writeGrayBmp(path, view(), m_width, m_height) ? 1 : 0;

@@ -3,8 +3,10 @@
 #include "image/JobWorkers.h"
 #include "platform/Stdlib.h"
 
+#include <algorithm>
 #include <atomic>
 #include <new>
+#include <utility>
 
 #if !defined(_WIN32)
 #include <pthread.h>
@@ -14,7 +16,8 @@ namespace ormalux {
 
 namespace {
 
-// Below this a job is done before a sleeping worker has woken.
+// A job that takes less is done before a sleeping worker has woken, and more workers than whole times this
+// spend longer on waking than on their bands.
 constexpr std::int64_t worthWaking = 100'000;
 
 // How long an unloading module waits for workers that were told to quit.
@@ -29,7 +32,8 @@ std::atomic<JobWorkers*> workers{nullptr};
 
 const int processors = CStdlib::GetNumOfProcessors();
 
-/// Makes the workers when the module loads and ends them when it unloads.
+/// Makes the workers' records when the module loads, and ends the threads that jobs have started when it
+/// unloads. With too little memory there are none.
 class Lifetime
 {
 public:
@@ -38,11 +42,14 @@ public:
         if (!m_made)
             return;
         for (int kind = 0; kind < kinds; ++kind)
-            m_made[kind].start(processors);
-        workers = m_made;
+            m_made[kind].prepare(processors);
 #if !defined(_WIN32)
-        pthread_atfork(nullptr, nullptr, [] { workers = nullptr; });
+        if (pthread_atfork(nullptr, nullptr, [] { workers = nullptr; }) != 0) {
+            delete[] std::exchange(m_made, nullptr);
+            return;
+        }
 #endif
+        workers = m_made;
     }
 
     ~Lifetime()
@@ -52,8 +59,9 @@ public:
             return;
         // At the end of a Windows process the workers are gone already, some of them in the middle of a wait:
         // to wake them, or to free what they waited for, would wait for ever. The system takes it all.
-        if (m_made[0].wereKilled())
-            return;
+        for (int kind = 0; kind < kinds; ++kind)
+            if (m_made[kind].wereKilled())
+                return;
         for (int kind = 0; kind < kinds; ++kind)
             m_made[kind].quit();
         const auto deadline = std::chrono::steady_clock::now() + grace;
@@ -92,9 +100,10 @@ namespace pool_detail {
 void run(Job job, std::int64_t total, JobCost cost, Body body, void* context)
 {
     const int bands = bandCount();
-    JobWorkers* const all = bands > 1 && cost.nanoseconds >= worthWaking ? workers.load() : nullptr;
+    const int helpers = int(std::min<std::int64_t>(bands - 1, cost.nanoseconds / worthWaking));
+    JobWorkers* const all = helpers > 0 ? workers.load() : nullptr;
     if (all) {
-        all[int(job)].run(bands, total, body, context);
+        all[int(job)].run(bands, helpers, total, body, context);
         return;
     }
     for (int i = 0; i < bands; ++i)

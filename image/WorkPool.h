@@ -8,8 +8,8 @@
 
 namespace ormalux {
 
-/// The kinds of job, in the order in which their workers are made and ended. Every kind has workers of its
-/// own.
+/// The kinds of job, in the order in which their workers' records are made and their threads ended. Every
+/// kind has workers of its own; their threads start when it is first worth it.
 enum class Job
 {
     EdgeLevelRows,

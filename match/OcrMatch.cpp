@@ -1,5 +1,6 @@
 #include "match/OcrMatch.h"
 
+#include "array/WholeAppend.h"
 #include "image/WorkPool.h"
 #include "match/Score.h"
 
@@ -96,13 +97,14 @@ void matchCharacters(const ConstGrayView& image, int threshold, std::span<const 
              });
     if (!complete)
         return;
+    WholeAppend whole(results);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         if (found[i].source < 0)
             continue;
         const auto& [source, yields] = found[i];
         const _stBlobRect& box = boxes[i];
-        results.Add(templates.facts(source).key, box.left, box.top, box.right, box.bottom, box.pixel_count,
-                    yields.black, yields.white);
+        whole.add(templates.facts(source).key, box.left, box.top, box.right, box.bottom, box.pixel_count,
+                  yields.black, yields.white);
     }
 }
 

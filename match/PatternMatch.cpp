@@ -1,5 +1,6 @@
 #include "match/PatternMatch.h"
 
+#include "array/WholeAppend.h"
 #include "image/WorkPool.h"
 
 #include <algorithm>
@@ -81,15 +82,16 @@ Yields PatternScorer::score(const Pattern& pattern, const Blob& blob)
     return yields;
 }
 
-bool matchPattern(const ConstGrayView& image, int threshold, const _stMatchSource& source,
-                  CMatchResultArray& results)
+int matchPattern(const ConstGrayView& image, int threshold, const _stMatchSource& source,
+                 CMatchResultArray& results)
 {
     Pattern pattern;
     Growable<Candidate> candidates;
     std::int64_t count = 0;
-    if (!pattern.prepare(source, image) || !findCandidates(image, threshold, pattern, candidates, count) ||
-        count == 0)
-        return false;
+    if (!pattern.prepare(source, image) || !findCandidates(image, threshold, pattern, candidates, count))
+        return results.GetCount();
+    if (count == 0)
+        return 0;
     std::atomic<bool> complete{true};
     const std::int64_t boxNanoseconds = 50 + std::int64_t(pattern.templates().rows()) * 5;
     runBands(Job::PatternMatch, count, {count * boxNanoseconds}, [&](const Band& band) {
@@ -103,13 +105,14 @@ bool matchPattern(const ConstGrayView& image, int threshold, const _stMatchSourc
             candidates[i].yields = scorer.score(pattern, candidates[i].blob);
     });
     if (!complete)
-        return false;
+        return results.GetCount();
+    WholeAppend whole(results);
     for (std::int64_t i = 0; i < count; ++i) {
         const auto& [blob, yields] = candidates[i];
-        results.Add(source.key, blob.left, blob.top, blob.right, blob.bottom, blob.pixels, yields.black,
-                    yields.white);
+        whole.add(source.key, blob.left, blob.top, blob.right, blob.bottom, blob.pixels, yields.black,
+                  yields.white);
     }
-    return true;
+    return whole.finish();
 }
 
 } // namespace ormalux

@@ -52,9 +52,9 @@ private:
     std::optional<Yields> m_single; // every box of one pixel holds an object pixel, so all score alike
 };
 
-/// Appends every candidate in the order of the blob search with its yields. False, with nothing appended,
-/// when there is none or memory is short.
-bool matchPattern(const ConstGrayView& image, int threshold, const _stMatchSource& source,
-                  CMatchResultArray& results);
+/// Appends every candidate in the order of the blob search with its yields, or nothing when memory is short.
+/// Returns the array's count, 0 when there is no candidate.
+int matchPattern(const ConstGrayView& image, int threshold, const _stMatchSource& source,
+                 CMatchResultArray& results);
 
 } // namespace ormalux

@@ -1,10 +1,12 @@
 #include "match/RangeMatch.h"
 
+#include "array/WholeAppend.h"
 #include "image/WorkPool.h"
 #include "match/PatternMatch.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 
 namespace ormalux {
 
@@ -61,17 +63,19 @@ public:
         m_ready = m_scorer.prepare(pattern);
     }
 
-    void search(Step& step)
+    /// False when memory is short.
+    bool search(Step& step)
     {
         const BlobRegion whole{0, 0, m_image.width, m_image.height};
         if (!m_ready || !m_finder.find(m_image, whole, levelsOfColor(step.threshold, m_pattern.key())))
-            return;
+            return false;
         m_scorer.begin(m_image, step.threshold);
         m_finder.forEachRecord(m_pattern.sizes(), [&](const Blob& blob) {
             const Yields yields = m_scorer.score(m_pattern, blob);
             if (!step.found || yields.average() >= step.yields.average())
                 step = {step.threshold, true, blob, yields};
         });
+        return true;
     }
 
 private:
@@ -83,13 +87,13 @@ private:
 };
 
 void addResults(const Step& step, std::int64_t first, std::int64_t last, std::uint8_t key,
-                CMatchResultArray& results)
+                WholeAppend<CMatchResultArray>& results)
 {
     if (!step.found)
         return;
     const Blob& b = step.blob;
     for (std::int64_t t = first; t <= last; ++t)
-        results.Add(key, b.left, b.top, b.right, b.bottom, b.pixels, step.yields.black, step.yields.white,
+        results.add(key, b.left, b.top, b.right, b.bottom, b.pixels, step.yields.black, step.yields.white,
                     long(t));
 }
 
@@ -105,20 +109,25 @@ void matchThresholdRange(const ConstGrayView& image, int low, int high, const _s
     const int lastStep = std::clamp(high, -1, 255);
     Steps steps(image, firstStep, lastStep);
     const std::int64_t nanoseconds = std::int64_t(image.width) * image.height / 16 * steps.count();
+    std::atomic<bool> complete{true};
     runBands(Job::RangedMatch, steps.count(), {nanoseconds}, [&](const Band& band) {
         RangeSearcher searcher(image, pattern);
-        for (std::int64_t i = band.first; i < band.end; ++i)
-            searcher.search(steps[int(i)]);
+        for (std::int64_t i = band.first; i < band.end && complete; ++i)
+            if (!searcher.search(steps[int(i)]))
+                complete = false;
     });
+    if (!complete)
+        return;
 
     const std::int64_t lowest =
         std::max(std::int64_t(low), std::min(std::int64_t(high), std::int64_t(-1)) - rangeLimit + 1);
     const std::int64_t highest =
         std::min(std::int64_t(high), std::max(std::int64_t(low), std::int64_t(255)) + rangeLimit - 1);
+    WholeAppend whole(results);
     for (int i = 0; i < steps.count(); ++i) {
         const std::int64_t first = i == 0 ? lowest : steps[i].threshold;
         const std::int64_t last = i + 1 == steps.count() ? highest : steps[i + 1].threshold - 1;
-        addResults(steps[i], first, last, source.key, results);
+        addResults(steps[i], first, last, source.key, whole);
     }
 }
 

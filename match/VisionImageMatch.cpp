@@ -7,21 +7,35 @@
 
 using namespace ormalux;
 
+namespace {
+
+/// Reads the dark blobs of a region.
+int readBlobs(const CKestImage& image, const BlobRegion& region, int threshold, const BlobSizes& sizes,
+              CMatchSrcArray& sources, CMatchResultArray& results)
+{
+    if (image.IsEmpty())
+        return 0;
+    CBlobRectArray blobs;
+    if (!appendBlobs(image.view(), {region, levelsOfColor(threshold, 0), sizes}, blobs))
+        return results.GetCount();
+    return image.OcrMatch(threshold, blobs, sources, results);
+}
+
+} // namespace
+
 int CKestImage::Match(int left, int top, int right, int bottom, int threshold, CMatchSrcArray& sources,
                       CMatchResultArray& results) const
 {
     const auto source = patternSource(sources);
-    if (!source || !matchPattern(searchedArea(view(), left, top, right, bottom), threshold, *source, results))
+    if (!source)
         return 0;
-    return results.GetCount();
+    return matchPattern(searchedArea(view(), left, top, right, bottom), threshold, *source, results);
 }
 
 int CKestImage::Match(int threshold, CMatchSrcArray& sources, CMatchResultArray& results) const
 {
     const auto source = patternSource(sources);
-    if (!source || !matchPattern(view(), threshold, *source, results))
-        return 0;
-    return results.GetCount();
+    return source ? matchPattern(view(), threshold, *source, results) : 0;
 }
 
 int CKestImage::MatchThresholdRange(int left, int top, int right, int bottom, int low, int high,
@@ -35,18 +49,16 @@ int CKestImage::MatchThresholdRange(int left, int top, int right, int bottom, in
 int CKestImage::OcrMatch(int threshold, int min_width, int max_width, int min_height, int max_height,
                          CMatchSrcArray& sources, CMatchResultArray& results) const
 {
-    CBlobRectArray blobs;
-    GetBlobList(threshold, 0, min_width, max_width, min_height, max_height, blobs);
-    return OcrMatch(threshold, blobs, sources, results);
+    return readBlobs(*this, {0, 0, view().width, view().height}, threshold,
+                     {min_width, max_width, min_height, max_height}, sources, results);
 }
 
 int CKestImage::OcrMatch(int left, int top, int right, int bottom, int threshold, int min_width,
                          int max_width, int min_height, int max_height, CMatchSrcArray& sources,
                          CMatchResultArray& results) const
 {
-    CBlobRectArray blobs;
-    GetBlobList(left, top, right, bottom, threshold, 0, min_width, max_width, min_height, max_height, blobs);
-    return OcrMatch(threshold, blobs, sources, results);
+    return readBlobs(*this, blobRegion(view().width, view().height, left, top, right, bottom), threshold,
+                     {min_width, max_width, min_height, max_height}, sources, results);
 }
 
 int CKestImage::OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,

@@ -31,6 +31,7 @@ bool appendBlobPixels(const ConstGrayView& image, const BlobQuery& query, CPoint
     const std::int64_t count = finder.recordCount(query.sizes);
     if (count == 0)
         return true;
+    const int before = result.GetCount();
     const auto lists = result.appendForOverwrite(std::size_t(count));
     bool complete = !lists.empty();
     std::size_t next = 0;
@@ -47,8 +48,8 @@ bool appendBlobPixels(const ConstGrayView& image, const BlobQuery& query, CPoint
         if (blob.pixels > 1)
             walk.list(points[0], points);
     });
-    for (std::size_t i = 0; !complete && i < lists.size(); ++i)
-        result.Remove(result.GetCount() - 1);
+    if (!complete)
+        result.cutBackTo(before);
     return complete;
 }
 

@@ -1,6 +1,7 @@
 #include "measure/PointGauge.h"
 
 #include "array/PixelArray.h"
+#include "array/WholeAppend.h"
 #include "image/AutoThreshold.h"
 #include "measure/LineWalk.h"
 #include "measure/kernels/GaugeKernels.h"
@@ -154,6 +155,7 @@ void appendEdges(const ConstGrayView& view, const GaugeLine& line, int polarity,
     if (!rule)
         return;
     const LineWalk walk(line.from, line.to);
+    WholeAppend whole(ar);
     forEachPiece(view, walk, line, [&](const std::uint8_t* samples, std::size_t count, std::int64_t first) {
         std::uint64_t marks[profilePiece / 64 + 1];
         kernels::markSteps(samples, count, *rule, marks);
@@ -161,7 +163,7 @@ void appendEdges(const ConstGrayView& view, const GaugeLine& line, int polarity,
             for (std::uint64_t bits = marks[word]; bits; bits &= bits - 1) {
                 const std::size_t i = word * 64 + std::size_t(__builtin_ctzll(bits)) + 1;
                 const POINT at = walk.at(first + std::int64_t(i));
-                ar.Add(at.x, at.y, samples[i], double(std::abs(samples[i] - samples[i - 1])));
+                whole.add(at.x, at.y, samples[i], double(std::abs(samples[i] - samples[i - 1])));
             }
     });
 }

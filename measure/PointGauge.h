@@ -40,8 +40,8 @@ struct EdgePoint
     std::uint8_t contrast; ///< to the sample before it
 };
 
-/// Appends all edges in the order of the walk; parameter is the contrast. Samples outside the picture are
-/// left out and make no edge.
+/// Appends all edges in the order of the walk, or none when memory is short; parameter is the contrast.
+/// Samples outside the picture are left out and make no edge.
 void appendEdges(const ConstGrayView& view, const GaugeLine& line, int polarity, int threshold,
                  CPixelArray& ar);
 

@@ -7,22 +7,36 @@ using namespace ormalux;
 
 namespace {
 
-/// The gray picture that a search runs on; empty for an empty image or when memory is short.
-CKestImage planeOf(const CKestImage24& image, Plane plane)
+/// Searches the gray picture that draw(its pixels) makes of the image; what the array then counts. 0 for an
+/// empty image.
+template <class Draw, class Search>
+int searchGray(const CKestImage24& image, CBlobRectArray& result, Draw draw, Search search)
 {
+    if (image.view().empty())
+        return 0;
     CKestImage gray;
-    gray.SetSizeForOverwrite(image.view().width, image.view().height);
-    extractPlane(image.view(), plane, pixelsOf(gray.view()));
-    return gray;
+    if (!gray.SetSizeForOverwrite(image.view().width, image.view().height))
+        return result.GetCount();
+    draw(pixelsOf(gray.view()));
+    return search(gray);
 }
 
-/// 255 where the colour is in range, else 0.
-CKestImage marksOf(const CKestImage24& image, COLORREF low, COLORREF high)
+template <class Search>
+int searchPlane(const CKestImage24& image, Plane plane, CBlobRectArray& result, Search search)
 {
-    CKestImage marks;
-    marks.SetSizeForOverwrite(image.view().width, image.view().height);
-    selectColors(image.view(), low, high, pixelsOf(marks.view()));
-    return marks;
+    return searchGray(
+        image, result, [&](std::span<std::uint8_t> gray) { extractPlane(image.view(), plane, gray); },
+        search);
+}
+
+/// The picture is 255 where the colour is in range, else 0.
+template <class Search>
+int searchColors(const CKestImage24& image, COLORREF low, COLORREF high, CBlobRectArray& result,
+                 Search search)
+{
+    return searchGray(
+        image, result, [&](std::span<std::uint8_t> gray) { selectColors(image.view(), low, high, gray); },
+        search);
 }
 
 constexpr int marked = 255;
@@ -32,15 +46,18 @@ constexpr int marked = 255;
 int CKestImage24::GetColorRangeBlobList(COLORREF low, COLORREF high, long min_w, long max_w, long min_h,
                                         long max_h, CBlobRectArray& result) const
 {
-    return marksOf(*this, low, high).GetBlobList(marked, min_w, max_w, min_h, max_h, result);
+    return searchColors(*this, low, high, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(marked, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetColorRangeBlobList(int left, int top, int right, int bottom, COLORREF low, COLORREF high,
                                         long min_w, long max_w, long min_h, long max_h,
                                         CBlobRectArray& result) const
 {
-    return marksOf(*this, low, high)
-        .GetBlobList(left, top, right, bottom, marked, min_w, max_w, min_h, max_h, result);
+    return searchColors(*this, low, high, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(left, top, right, bottom, marked, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetPlaneBlobList(char channel, int threshold, int color, long min_w, long max_w, long min_h,
@@ -49,7 +66,9 @@ int CKestImage24::GetPlaneBlobList(char channel, int threshold, int color, long 
     Plane plane;
     if (!planeOfLetter(channel, plane))
         return 0;
-    return planeOf(*this, plane).GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, plane, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetPlaneBlobList(int left, int top, int right, int bottom, char channel, int threshold,
@@ -59,38 +78,50 @@ int CKestImage24::GetPlaneBlobList(int left, int top, int right, int bottom, cha
     Plane plane;
     if (!planeOfLetter(channel, plane))
         return 0;
-    return planeOf(*this, plane)
-        .GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, plane, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h,
+                                result);
+    });
 }
 
 int CKestImage24::GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
                               CBlobRectArray& result) const
 {
-    return planeOf(*this, Plane::Mean).GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, Plane::Mean, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
                               long max_w, long min_h, long max_h, CBlobRectArray& result) const
 {
-    return planeOf(*this, Plane::Mean)
-        .GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, Plane::Mean, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h,
+                                result);
+    });
 }
 
 int CKestImage24::GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w,
                                        long min_h, long max_h, CBlobRectArray& result) const
 {
-    return planeOf(*this, Plane::Mean).GetGrayRangeBlobList(low, high, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, Plane::Mean, result, [&](const CKestImage& gray) {
+        return gray.GetGrayRangeBlobList(low, high, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetKBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
                                CBlobRectArray& result) const
 {
-    return planeOf(*this, Plane::Black).GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, Plane::Black, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(threshold, color, min_w, max_w, min_h, max_h, result);
+    });
 }
 
 int CKestImage24::GetKBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
                                long max_w, long min_h, long max_h, CBlobRectArray& result) const
 {
-    return planeOf(*this, Plane::Black)
-        .GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h, result);
+    return searchPlane(*this, Plane::Black, result, [&](const CKestImage& gray) {
+        return gray.GetBlobList(left, top, right, bottom, threshold, color, min_w, max_w, min_h, max_h,
+                                result);
+    });
 }

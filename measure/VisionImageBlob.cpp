@@ -11,13 +11,6 @@ BlobRegion wholeOf(const ConstGrayView& image)
     return {0, 0, image.width, image.height};
 }
 
-// What the array holds afterwards; 0 when the search had no memory.
-template <class Array>
-int answer(bool complete, Array& result)
-{
-    return complete ? result.GetCount() : 0;
-}
-
 } // namespace
 
 int CKestImage::GetBlobList(int value, long min_w, long max_w, long min_h, long max_h,
@@ -26,7 +19,8 @@ int CKestImage::GetBlobList(int value, long min_w, long max_w, long min_h, long 
     if (IsEmpty())
         return 0;
     const BlobQuery query{wholeOf(view()), levelsEqualTo(value), {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobs(view(), query, result), result);
+    appendBlobs(view(), query, result);
+    return result.GetCount();
 }
 
 int CKestImage::GetBlobList(int threshold, int color, long min_w, long max_w, long min_h, long max_h,
@@ -35,7 +29,8 @@ int CKestImage::GetBlobList(int threshold, int color, long min_w, long max_w, lo
     if (IsEmpty())
         return 0;
     const BlobQuery query{wholeOf(view()), levelsOfColor(threshold, color), {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobs(view(), query, result), result);
+    appendBlobs(view(), query, result);
+    return result.GetCount();
 }
 
 int CKestImage::GetBlobList(int left, int top, int right, int bottom, int threshold, int color, long min_w,
@@ -46,7 +41,8 @@ int CKestImage::GetBlobList(int left, int top, int right, int bottom, int thresh
     const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
                           levelsOfColor(threshold, color),
                           {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobs(view(), query, result), result);
+    appendBlobs(view(), query, result);
+    return result.GetCount();
 }
 
 int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w,
@@ -57,7 +53,8 @@ int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value,
     const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
                           levelsEqualTo(value),
                           {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobs(view(), query, result), result);
+    appendBlobs(view(), query, result);
+    return result.GetCount();
 }
 
 int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value, long min_w, long max_w,
@@ -68,7 +65,8 @@ int CKestImage::GetBlobList(int left, int top, int right, int bottom, int value,
     const BlobQuery query{blobRegion(view().width, view().height, left, top, right, bottom),
                           levelsEqualTo(value),
                           {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobPixels(view(), query, result), result);
+    appendBlobPixels(view(), query, result);
+    return result.GetCount();
 }
 
 int CKestImage::GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w,
@@ -77,5 +75,6 @@ int CKestImage::GetGrayRangeBlobList(unsigned char low, unsigned char high, long
     if (IsEmpty())
         return 0;
     const BlobQuery query{wholeOf(view()), {low, high}, {min_w, max_w, min_h, max_h}};
-    return answer(appendBlobs(view(), query, result), result);
+    appendBlobs(view(), query, result);
+    return result.GetCount();
 }

@@ -1,21 +1,24 @@
 #include "image/VisionImage.h"
 
+#include "array/Polygon.h"
+#include "array/WholeAppend.h"
 #include "measure/Geometry.h"
 #include "measure/Tracing.h"
 #include "platform/Stdlib.h"
 
 #include <algorithm>
+#include <array>
 
 using namespace ormalux;
 
 namespace {
 
 /// Appends the traced pixels that 32-bit coordinates hold.
-auto appendTo(CPointArray& ar)
+auto appendTo(WholeAppend<CPointArray>& whole)
 {
-    return [&ar](std::int64_t x, std::int64_t y) {
+    return [&whole](std::int64_t x, std::int64_t y) {
         if (fit32(x, y))
-            ar.Add(int(x), int(y));
+            whole.add(int(x), int(y));
     };
 }
 
@@ -54,36 +57,44 @@ int CKestImage::PtInPolygon(const POINT* points, unsigned int n, const POINT& p)
 
 int CKestImage::PtInCycle(int cx, int cy, int r, int px, int py)
 {
-    CPointArray outline;
-    GetArcSegment(cx, cy, r, 0, 359, outline);
-    return outline.PtInPolygon(px, py);
+    std::array<POINT, 2 * 359> outline;
+    std::size_t count = 0;
+    visitArc({cx, cy, r}, 0, 359, [&](std::int64_t x, std::int64_t y) {
+        if (fit32(x, y))
+            outline[count++] = {LONG(x), LONG(y)};
+    });
+    return windingPolygonHolds({outline.data(), count}, {px, py});
 }
 
 int CKestImage::GetLineSegment(int x1, int y1, int x2, int y2, CPointArray& ar)
 {
+    WholeAppend whole(ar);
     const LineWalk walk({x1, y1}, {x2, y2});
     if (walk.count() <= maxTracedPoints)
-        walk.visit({0, walk.count()}, appendTo(ar));
-    return ar.GetCount();
+        walk.visit({0, walk.count()}, appendTo(whole));
+    return whole.finish();
 }
 
 int CKestImage::GetCycleSegment(int cx, int cy, int r, CPointArray& ar)
 {
+    WholeAppend whole(ar);
     if (r <= maxTracedRadius)
-        visitCircle({cx, cy, r}, {0, std::int64_t(r) + 1}, appendTo(ar));
-    return ar.GetCount();
+        visitCircle({cx, cy, r}, {0, std::int64_t(r) + 1}, appendTo(whole));
+    return whole.finish();
 }
 
 int CKestImage::GetEllipseSegment(int cx, int cy, int a, int b, CPointArray& ar)
 {
-    visitEllipse(cx, cy, a, b, appendTo(ar));
-    return ar.GetCount();
+    WholeAppend whole(ar);
+    visitEllipse(cx, cy, a, b, appendTo(whole));
+    return whole.finish();
 }
 
 int CKestImage::GetArcSegment(int cx, int cy, int r, int start, int end, CPointArray& ar)
 {
-    visitArc({cx, cy, r}, start, end, appendTo(ar));
-    return ar.GetCount();
+    WholeAppend whole(ar);
+    visitArc({cx, cy, r}, start, end, appendTo(whole));
+    return whole.finish();
 }
 
 int CKestImage::IntersectLine(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4)

@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <new>
-#include <system_error>
 #include <thread>
 
 #if defined(_WIN32)
@@ -87,7 +86,7 @@ bool NativeThread::start(Body body, void* context)
     try {
         m_state->thread = std::thread([state = m_state.get()] { state->body(state->context); });
         return true;
-    } catch (const std::system_error&) {
+    } catch (...) { // no thread to give, or no memory to start it with
         m_state.reset();
         return false;
     }

@@ -16,7 +16,7 @@ public:
     NativeThread& operator=(const NativeThread&) = delete;
 
     using Body = void (*)(void* context);
-    /// False when the system has no thread to give.
+    /// False when the system has no thread to give, or memory is short.
     bool start(Body body, void* context);
     /// Gives a thread that was told to quit until the deadline; then it is ended as the platform can: where a
     /// thread can be stopped from outside it is, elsewhere it is waited for.

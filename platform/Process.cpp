@@ -8,6 +8,7 @@
 #include <windows.h>
 #else
 #include <dlfcn.h>
+#include <link.h>
 #include <sched.h>
 #endif
 
@@ -29,6 +30,21 @@ int processorsAllowed()
     return n > 0 ? int(n) : 1;
 }
 
+#if !defined(_WIN32)
+namespace {
+
+// A program goes by what it was called as, which one found along PATH is not a path at all.
+bool isProgram(const void* address)
+{
+    Dl_info info{};
+    link_map* module = nullptr;
+    return dladdr1(address, &info, reinterpret_cast<void**>(&module), RTLD_DL_LINKMAP) && module &&
+           module->l_name && !*module->l_name;
+}
+
+} // namespace
+#endif
+
 std::string moduleFolder(const void* address)
 {
     try {
@@ -49,7 +65,9 @@ std::string moduleFolder(const void* address)
         if (!dladdr(address, &info) || !info.dli_fname)
             return {};
         std::error_code error;
-        const std::filesystem::path path = std::filesystem::absolute(info.dli_fname, error);
+        const std::filesystem::path path = isProgram(address)
+                                               ? std::filesystem::read_symlink("/proc/self/exe", error)
+                                               : std::filesystem::absolute(info.dli_fname, error);
         return error ? std::string() : path.parent_path().string();
 #endif
     } catch (...) {

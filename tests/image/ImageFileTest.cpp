@@ -186,3 +186,15 @@ TEST_F(ImageFile, PathsThatAreNoFilesFail)
     unfilled.SetImagePtr(5, 5, 16, nullptr, nullptr);
     EXPECT_EQ(unfilled.SaveImage(path.c_str()), 0) << "a size without pixels";
 }
+
+TEST_F(ImageFile, ARefusedSizeIsNotSaved)
+{
+    Bytes file = bmp(4, 2, Bytes(8, 9));
+    set32(file, 18, 2147483647);
+    put(file);
+    CKestImage image(4, 4);
+    ASSERT_EQ(image.LoadImage(path.c_str()), 0);
+    ASSERT_EQ(image.GetWidth(), 2147483647);
+    EXPECT_EQ(image.SaveImage((path + ".saved").c_str()), 0);
+    EXPECT_FALSE(std::filesystem::exists(path + ".saved"));
+}

@@ -1,4 +1,5 @@
 #include "image/Morphology.h"
+#include "image/VisionImage.h"
 #include "tests/support/Random.h"
 #include "tests/support/Variants.h"
 
@@ -107,4 +108,22 @@ TEST(Morphology, DoesNothingToAnEmptyPicture)
     dilate(InterleavedView{&pixel, 1, 0, 3, 3});
     erode(InterleavedView{&pixel, 1, 1, 1, 0});
     EXPECT_EQ(pixel, 7);
+}
+
+TEST(Morphology, OpeningAndClosingLeaveOneLevelOfTheTopLeftCorner)
+{
+    for (const auto& [width, height] : {std::pair{1, 1}, {2, 1}, {3, 5}, {64, 17}, {129, 40}}) {
+        Pixels levels = randomBytes(std::size_t(width) * height, 9);
+        int least = 255, greatest = 0;
+        for (int y = 0; y < std::min(2, height); ++y)
+            for (int x = 0; x < std::min(2, width); ++x) {
+                least = std::min<int>(least, levels[y * width + x]);
+                greatest = std::max<int>(greatest, levels[y * width + x]);
+            }
+        CKestImage opened(width, height, levels.data()), closed(opened);
+        opened.OpenBox();
+        closed.CloseBox();
+        EXPECT_EQ(opened.GetGrayLevelCount(std::uint8_t(least)), width * height);
+        EXPECT_EQ(closed.GetGrayLevelCount(std::uint8_t(greatest)), width * height);
+    }
 }
