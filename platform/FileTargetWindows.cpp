@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 // The platform's own header stays in this file: it knows other types by the interface's names.
 #include <windows.h>
@@ -95,12 +96,17 @@ HANDLE createBeside(const fs::path& target, fs::path& created)
     return file;
 }
 
-/// ReplaceFile keeps the old file's attributes and rights; where a file system has none, moving does.
-bool takePlace(const fs::path& created, const fs::path& target)
+/// Gives the new file the rights and attributes of the old one, as far as the file system has any.
+/// Deliberate: ReplaceFile would do so, but renames the old file away first, and a crash between leaves none
+/// of the name.
+void takeOver(const fs::path& created, const fs::path& target, DWORD attributes)
 {
-    return ReplaceFileW(target.c_str(), created.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                        nullptr) ||
-           MoveFileExW(created.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    DWORD size = 0;
+    GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::uint8_t> rights(size);
+    if (size && GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size))
+        SetFileSecurityW(created.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+    SetFileAttributesW(created.c_str(), attributes);
 }
 
 } // namespace
@@ -118,7 +124,10 @@ std::error_code replaceFile(const fs::path& target, const PartSource& nextPart)
     if (!error && !FlushFileBuffers(file.get()))
         error = lastError();
     file.close();
-    if (!error && !takePlace(created, target))
+    if (!error && old != INVALID_FILE_ATTRIBUTES)
+        takeOver(created, target, old);
+    if (!error &&
+        !MoveFileExW(created.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         error = lastError();
     if (error)
         DeleteFileW(created.c_str());
