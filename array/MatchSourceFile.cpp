@@ -50,8 +50,10 @@ std::optional<ParsedMatchSource> parseMatchSource(std::span<const std::uint8_t> 
     return ParsedMatchSource{*header, bytes.subspan(matchSourceHeaderSize, std::size_t(pixelCount(*header)))};
 }
 
-bool writeMatchSource(const char* path, const _stMatchSource& source)
+bool writeMatchSource(const char* path, const _stMatchSource& source, std::error_code* why)
 {
+    if (why)
+        *why = std::make_error_code(std::errc::invalid_argument);
     if (!path || source.width < 0 || source.height < 0 || (pixelCount(source) > 0 && !source.data))
         return false;
     std::array<std::uint8_t, matchSourceHeaderSize> header;
@@ -62,7 +64,7 @@ bool writeMatchSource(const char* path, const _stMatchSource& source)
     writeNumber(&header[13], source.width);
     writeNumber(&header[17], source.height);
     const std::span<const std::uint8_t> parts[] = {header, {source.data, std::size_t(pixelCount(source))}};
-    return writeFile(path, parts);
+    return writeFile(path, parts, why);
 }
 
 } // namespace ormalux

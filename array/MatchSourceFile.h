@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <system_error>
 
 namespace ormalux {
 
@@ -39,7 +40,8 @@ std::optional<ParsedMatchSource> parseMatchSource(std::span<const std::uint8_t> 
 /// needs and allocates no more than the file holds.
 std::optional<_stMatchSource> readMatchSource(const char* path);
 
-/// Writes the file, whole or not at all. False when that fails, a size is negative, or pixels are missing.
-bool writeMatchSource(const char* path, const _stMatchSource& source);
+/// Writes the file, whole or not at all. False when that fails, a size is negative, or pixels are missing;
+/// why, when given, then holds the reason.
+bool writeMatchSource(const char* path, const _stMatchSource& source, std::error_code* why = nullptr);
 
 } // namespace ormalux

@@ -113,13 +113,13 @@ void Report::writeCsv(const Findings& findings)
         if (!m_headed) {
             std::string header = "file";
             for (const auto& [name, value] : record.items())
-                header += "," + csvField(name);
+                (header += ',') += csvField(name);
             put(header);
             m_headed = true;
         }
         std::string line = csvField(findings.file);
         for (const auto& [name, value] : record.items())
-            line += "," + csvField(text(value));
+            (line += ',') += csvField(text(value));
         put(line);
     }
 }

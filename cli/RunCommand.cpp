@@ -152,9 +152,10 @@ void addRecipe(CLI::App& program, Chosen& chosen)
             const std::string text = exampleRecipe();
             if (fileLength(file->c_str()))
                 throw InputError(*file + ": exists already");
+            std::error_code why;
             if (!writeFile(file->c_str(),
-                           std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size())))
-                throw InputError(*file + ": cannot be written");
+                           std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()), &why))
+                throw InputError(*file + ": cannot be written: " + writeFailure(why));
             return int(Done);
         };
     });

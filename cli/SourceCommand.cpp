@@ -4,6 +4,7 @@
 #include "cli/Input.h"
 #include "cli/Step.h"
 #include "cli/Values.h"
+#include "platform/File.h"
 
 #include <CLI/CLI.hpp>
 
@@ -70,8 +71,9 @@ int cut(const CutOptions& options)
     source.width = picture.image.GetWidth();
     source.height = picture.image.GetHeight();
     source.data = pixels.data();
-    if (!writeMatchSource(options.output.c_str(), source))
-        throw InputError(options.output + ": cannot be written");
+    std::error_code why;
+    if (!writeMatchSource(options.output.c_str(), source, &why))
+        throw InputError(options.output + ": cannot be written: " + writeFailure(why));
     std::printf("%s: %d x %d, threshold %d, %d black, %d white\n", options.output.c_str(), int(source.width),
                 int(source.height), threshold, int(source.black_count), int(source.white_count));
     return Done;

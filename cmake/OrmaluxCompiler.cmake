@@ -56,6 +56,8 @@ if(MINGW)
     NOMINMAX WIN32_LEAN_AND_MEAN ORMALUX_NARROW_VECTORS)
 endif()
 
+include(OrmaluxHardening)
+
 # ormalux_precompile(<target> <header>...): parses large foreign headers once for all sources of the target. Sources
 # include what they use all the same.
 function(ormalux_precompile target)

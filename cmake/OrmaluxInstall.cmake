@@ -39,6 +39,11 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrmaluxConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/OrmaluxConfig.cmake ${PROJECT_BINARY_DIR}/OrmaluxConfigVersion.cmake
   DESTINATION ${config_dir})
 
+# Wherever the tree is installed or moved to, the pkg-config files tell its folders from their own.
+file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
+file(RELATIVE_PATH prefix_to_lib ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH prefix_to_include ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ormalux.pc.in ${PROJECT_BINARY_DIR}/ormalux.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ormalux.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(ORMALUX_BUILD_VIEW)

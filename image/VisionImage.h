@@ -88,7 +88,7 @@ public:
     void SetROIPlacement(int x1, int y1, int x2, int y2);
     void SetROIPlacement(const RECT& rect);
 
-    // Whole-image edits (image/VisionImageEdit.cpp)
+    // Whole-image edits (image/VisionImageEdit.cpp; GetGrayLevelCount: image/VisionImageThreshold.cpp)
 
     /// The number of pixels of the level.
     long GetGrayLevelCount(unsigned char level) const;
@@ -442,7 +442,7 @@ public:
     int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
                  CMatchResultArray& results) const;
 
-    // For the library's own modules
+    // For the library's own modules (image/VisionImage.cpp)
 
     /// A size whose pixels hold anything until they are written; without pixels, and false, where SetImagePtr
     /// gives none.

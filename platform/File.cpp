@@ -1,8 +1,8 @@
 #include "platform/File.h"
 
+#include "platform/FileTarget.h"
 #include "platform/Path.h"
 
-#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -21,58 +21,23 @@ struct Closer
 };
 using Stream = std::unique_ptr<std::FILE, Closer>;
 
-Stream open(const fs::path& path, bool write)
+Stream openToRead(const fs::path& path)
 {
 #if defined(_WIN32)
-    return Stream(_wfopen(path.c_str(), write ? L"wbx" : L"rb"));
+    return Stream(_wfopen(path.c_str(), L"rb"));
 #else
-    return Stream(std::fopen(path.c_str(), write ? "wbxe" : "rbe"));
+    return Stream(std::fopen(path.c_str(), "rbe"));
 #endif
 }
 
-/// A name beside the target that no other writer of this process takes; exclusive creation settles the rest.
-fs::path besideName(const fs::path& target, int attempt)
+std::error_code writeTo(const fs::path& target, const PartSource& nextPart)
 {
-    static std::atomic<unsigned> serial{0};
-    fs::path name = target;
-    name += ".new" + std::to_string(serial.fetch_add(1)) + "-" + std::to_string(attempt);
-    return name;
-}
-
-Stream createBeside(const fs::path& target, fs::path& created)
-{
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        created = besideName(target, attempt);
-        if (Stream stream = open(created, true))
-            return stream;
-        std::error_code error;
-        if (!fs::exists(created, error))
-            break; // not a clash of names: the folder cannot be written
-    }
-    return nullptr;
-}
-
-using PartSource = std::function<std::span<const std::uint8_t>()>;
-
-bool writeAll(std::FILE* stream, const PartSource& nextPart)
-{
-    // Parts are large; the stream's own buffer would only copy them once more.
-    std::setvbuf(stream, nullptr, _IONBF, 0);
-    for (auto part = nextPart(); !part.empty(); part = nextPart())
-        if (std::fwrite(part.data(), 1, part.size(), stream) != part.size())
-            return false;
-    return true;
-}
-
-/// Devices and pipes cannot be replaced; they are written as they stand.
-bool writeThrough(const fs::path& target, const PartSource& nextPart)
-{
-#if defined(_WIN32)
-    Stream stream(_wfopen(target.c_str(), L"wb"));
-#else
-    Stream stream(std::fopen(target.c_str(), "wbe"));
-#endif
-    return stream && writeAll(stream.get(), nextPart) && std::fflush(stream.get()) == 0;
+    if (target.empty())
+        return std::make_error_code(std::errc::no_such_file_or_directory);
+    std::error_code error;
+    if (fs::is_directory(target, error))
+        return std::make_error_code(std::errc::is_a_directory);
+    return isWrittenInto(target) ? writeInto(target, nextPart) : replaceFile(target, nextPart);
 }
 
 } // namespace
@@ -109,7 +74,7 @@ std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_
     const auto length = fileLength(path);
     if (!length)
         return std::nullopt;
-    const Stream stream = open(nativePath(path), false);
+    const Stream stream = openToRead(nativePath(path));
     if (!stream)
         return std::nullopt;
     try {
@@ -130,7 +95,7 @@ FileReader::FileReader(const char* path)
     const auto length = fileLength(path);
     if (!length)
         return;
-    m_stream.reset(open(nativePath(path), false).release());
+    m_stream.reset(openToRead(nativePath(path)).release());
     m_length = *length;
     if (m_stream)
         std::setvbuf(m_stream.get(), nullptr, _IONBF, 0);
@@ -152,41 +117,32 @@ bool FileReader::read(std::uint64_t position, std::span<std::uint8_t> bytes)
     return got == bytes.size();
 }
 
-bool writeFileInParts(const char* path, const PartSource& nextPart)
+std::string besideName(const fs::path& target, unsigned slot)
 {
-    try {
-        fs::path target = nativePath(path);
-        std::error_code error;
-        if (target.empty() || fs::is_directory(target, error))
-            return false;
-        if (fs::exists(target, error) && !fs::is_regular_file(target, error))
-            return writeThrough(target, nextPart);
-        if (fs::is_symlink(target, error)) // the file that is pointed at is replaced, not the link
-            target = fs::canonical(target, error);
-        fs::path created;
-        Stream stream = createBeside(target, created);
-        if (!stream)
-            return false;
-        bool whole = writeAll(stream.get(), nextPart);
-        whole = std::fclose(stream.release()) == 0 && whole;
-        if (whole) {
-            const auto old = fs::status(target, error);
-            if (!error && fs::exists(old))
-                fs::permissions(created, old.permissions(), error);
-            fs::rename(created, target, error);
-            if (!error)
-                return true;
-        }
-        fs::remove(created, error);
-        return false;
-    } catch (...) {
-        return false;
-    }
+    std::uint64_t hash = 0xcbf29ce484222325; // FNV-1a
+    for (const auto c : target.native())
+        hash = (hash ^ std::uint64_t(c)) * 0x100000001b3;
+    char name[64];
+    std::snprintf(name, sizeof name, ".ormalux-%016llx-%u.new", static_cast<unsigned long long>(hash), slot);
+    return name;
 }
 
-bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts)
+bool writeFileInParts(const char* path, const PartSource& nextPart, std::error_code* why)
 {
-    return writeFileInParts(path, [&]() -> std::span<const std::uint8_t> {
+    std::error_code error;
+    try {
+        error = writeTo(nativePath(path), nextPart);
+    } catch (...) {
+        error = std::make_error_code(std::errc::not_enough_memory);
+    }
+    if (why)
+        *why = error;
+    return !error;
+}
+
+bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts, std::error_code* why)
+{
+    const auto next = [&]() -> std::span<const std::uint8_t> {
         while (!parts.empty() && parts.front().empty())
             parts = parts.subspan(1);
         if (parts.empty())
@@ -194,13 +150,42 @@ bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> 
         const auto part = parts.front();
         parts = parts.subspan(1);
         return part;
-    });
+    };
+    return writeFileInParts(path, next, why);
 }
 
-bool writeFile(const char* path, std::span<const std::uint8_t> bytes)
+bool writeFile(const char* path, std::span<const std::uint8_t> bytes, std::error_code* why)
 {
     const std::span<const std::uint8_t> parts[] = {bytes};
-    return writeFile(path, parts);
+    return writeFile(path, parts, why);
+}
+
+const char* writeFailure(std::error_code why)
+{
+    struct Reason
+    {
+        std::errc error;
+        const char* text;
+    };
+    static constexpr Reason reasons[] = {
+        {std::errc::no_space_on_device, "the disk is full"},
+        {std::errc::file_too_large, "it would be larger than files may be here"},
+        {std::errc::permission_denied, "it or its folder may not be written"},
+        {std::errc::operation_not_permitted, "it or its folder may not be written"},
+        {std::errc::read_only_file_system, "its disk may only be read"},
+        {std::errc::no_such_file_or_directory, "there is no such folder"},
+        {std::errc::not_a_directory, "there is no such folder"},
+        {std::errc::is_a_directory, "it is a folder"},
+        {std::errc::filename_too_long, "its name is too long"},
+        {std::errc::too_many_symbolic_link_levels, "its links lead nowhere"},
+        {std::errc::broken_pipe, "its reader has gone"},
+        {std::errc::io_error, "its disk fails"},
+        {std::errc::not_enough_memory, "memory is short"},
+    };
+    for (const Reason& reason : reasons)
+        if (why == reason.error)
+            return reason.text;
+    return "it cannot be created";
 }
 
 } // namespace ormalux

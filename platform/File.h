@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <system_error>
 #include <vector>
 
 namespace ormalux {
@@ -42,11 +43,17 @@ private:
 };
 
 /// Writes the parts one after the other, whole or not at all: into a new file beside the target, which then
-/// takes its place. False when that fails; the old file is then as it was.
-bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts);
-bool writeFile(const char* path, std::span<const std::uint8_t> bytes);
+/// takes its place (platform/FileTarget.h); devices and pipes are written as they stand. False when that
+/// fails; the old file is then as it was, and why, when given, holds the reason.
+bool writeFile(const char* path, std::span<const std::span<const std::uint8_t>> parts,
+               std::error_code* why = nullptr);
+bool writeFile(const char* path, std::span<const std::uint8_t> bytes, std::error_code* why = nullptr);
 /// The same for parts that are made as they are written; an empty one is the end. A part need only last until
 /// the next is asked for.
-bool writeFileInParts(const char* path, const std::function<std::span<const std::uint8_t>()>& nextPart);
+bool writeFileInParts(const char* path, const std::function<std::span<const std::uint8_t>()>& nextPart,
+                      std::error_code* why = nullptr);
+
+/// The end of a sentence on a file that could not be written: "the disk is full".
+const char* writeFailure(std::error_code why);
 
 } // namespace ormalux

@@ -1,12 +1,13 @@
 #include "tools/RecipeFile.h"
 
+#include "platform/File.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 namespace ormalux {
 
@@ -140,8 +141,8 @@ bool isExtended(const QByteArray& recipe, QJsonObject document, const QList<QJso
 
 bool writeWhole(const QString& path, const QByteArray& bytes)
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    return writeFile(path.toUtf8().constData(),
+                     {reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size())});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "tools/ResultTable.h"
 
+#include "platform/File.h"
 #include "tools/ResultModel.h"
 
 #include <QClipboard>
@@ -9,7 +10,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
-#include <QSaveFile>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -153,9 +153,8 @@ bool ResultTable::exportCsv(const QString& path) const
     for (int row = 0; row < m_model->rowCount(); ++row)
         sorted.rows.push_back(results().rows[std::size_t(m_model->resultAt(row))]);
     const std::string text = resultCsv(sorted);
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) &&
-           file.write(text.data(), qint64(text.size())) == qint64(text.size()) && file.commit();
+    return writeFile(path.toUtf8().constData(),
+                     {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
 void ResultTable::askAndExport()

@@ -124,7 +124,7 @@ public:
     bool EditImage(const std::function<void(CKestImage&)>& gray,
                    const std::function<void(CKestImage24&)>& color, ormalux::ColorRows rows);
 
-    // Zoom and painting (view/ImageViewZoom.cpp)
+    // Zoom and painting (view/ImageViewZoom.cpp, view/ImageViewPaint.cpp)
 
     /// The smaller ratio of client and picture less 0.1, centred; it stays so when the view is resized.
     void ZoomFitTo();
@@ -153,7 +153,7 @@ public:
     /// While 1 no view of the process changes its scroll sizes.
     static void SetParentThreadMode(int mode);
 
-    // Overlays, tools and the tracker (view/ImageViewTracker.cpp)
+    // Overlays, tools and the tracker (view/ImageView.cpp; Reveal: view/ImageViewZoom.cpp)
 
     CDrawObjArray& GetOverlays();
     void SetOverlayVisible(int visible);

@@ -190,6 +190,8 @@ public:
     /// window's.
     bool SendCommand(int command);
 
+    // Sizes (view/ImageViewWnd.cpp)
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <new>
 #include <span>
+#include <system_error>
 #include <vector>
 
 namespace ormalux {
@@ -61,9 +62,11 @@ bool writeEncoded(const char* path, const QImage& image, const QByteArray& kind,
         why = writer.errorString().toStdString();
         return false;
     }
-    why = "it cannot be created";
-    return writeFile(path,
-                     {reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size())});
+    std::error_code error;
+    const std::span all(reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size()));
+    const bool written = writeFile(path, all, &error);
+    why = writeFailure(error);
+    return written;
 }
 
 /// Runs one way of writing and words its failure.
@@ -89,10 +92,11 @@ QByteArray kindOf(const char* path)
 
 } // namespace
 
-bool writeBmp(const char* path, const PixelSource& picture)
+bool writeBmp(const char* path, const PixelSource& picture, std::string* error)
 {
-    return guarded(path, nullptr, [&](std::string&) {
+    return guarded(path, error, [&](std::string& why) {
         const std::int64_t stride = paddedRow(picture.width, picture.bitCount);
+        why = picture.empty() ? "there is no picture" : "it is larger than a BMP may be";
         if (picture.empty() || stride * picture.height > INT32_MAX - 2048)
             return false;
         const std::vector<std::uint8_t> head = bmpHead(picture, stride * picture.height);
@@ -101,40 +105,36 @@ bool writeBmp(const char* path, const PixelSource& picture)
             std::memcpy(rows.data() + stride * (picture.height - 1 - y), picture.row(y),
                         std::size_t(picture.width) * std::size_t(picture.bitCount / 8));
         const std::array<std::span<const std::uint8_t>, 2> parts{head, rows};
-        return writeFile(path, parts);
+        std::error_code failure;
+        const bool written = writeFile(path, parts, &failure);
+        why = writeFailure(failure);
+        return written;
     });
 }
 
-bool writeBmp(const char* path, const QImage& image)
+bool writeBmp(const char* path, const QImage& image, std::string* error)
 {
     const bool gray = image.format() == QImage::Format_Grayscale8;
     const QImage same = gray ? image : image.convertToFormat(QImage::Format_BGR888);
-    return writeBmp(path,
-                    {same.constBits(), same.width(), same.height(), same.bytesPerLine(), gray ? 8 : 24});
+    return writeBmp(path, {same.constBits(), same.width(), same.height(), same.bytesPerLine(), gray ? 8 : 24},
+                    error);
 }
 
 bool writePicture(const char* path, const PixelSource& picture, std::string* error)
 {
-    return guarded(path, error, [&](std::string& why) {
-        if (picture.empty()) {
-            why = "there is no picture";
-            return false;
-        }
-        const QByteArray kind = kindOf(path);
-        return kind == "bmp" ? writeBmp(path, picture) : writeEncoded(path, toQImage(picture), kind, why);
-    });
+    const QByteArray kind = kindOf(path);
+    if (kind == "bmp" || picture.empty())
+        return writeBmp(path, picture, error);
+    return guarded(path, error,
+                   [&](std::string& why) { return writeEncoded(path, toQImage(picture), kind, why); });
 }
 
 bool writePicture(const char* path, const QImage& image, std::string* error)
 {
-    return guarded(path, error, [&](std::string& why) {
-        if (image.isNull()) {
-            why = "there is no picture";
-            return false;
-        }
-        const QByteArray kind = kindOf(path);
-        return kind == "bmp" ? writeBmp(path, image) : writeEncoded(path, image, kind, why);
-    });
+    const QByteArray kind = kindOf(path);
+    if (kind == "bmp" || image.isNull())
+        return writeBmp(path, image, error);
+    return guarded(path, error, [&](std::string& why) { return writeEncoded(path, image, kind, why); });
 }
 
 } // namespace ormalux

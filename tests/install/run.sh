@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # run.sh BUILD_DIR: installs the build into a folder of its own, builds the consumer against that and runs it,
-# by find_package and by pkg-config.
+# by find_package, and by pkg-config from where the folder was moved.
 set -euo pipefail
 build=$1
 here=$(cd "$(dirname "$0")" && pwd)
@@ -16,9 +16,17 @@ if [ -x "$stage/consumer/consumer_view" ]; then
     [ "$(QT_QPA_PLATFORM=offscreen "$stage/consumer/consumer_view")" = "ff0000 1 1 0000ff" ] || { echo "view consumer failed"; exit 1; }
 fi
 
-libdir=$(dirname "$(find "$stage/prefix" -name ormalux.pc)")
-flags=$(PKG_CONFIG_PATH=$libdir pkg-config --define-variable=prefix="$stage/prefix" --cflags --libs ormalux)
-# shellcheck disable=SC2086 # the flags are words
-"${CXX:-c++}" -std=c++20 "$here/main.cpp" $flags -o "$stage/by-pkg-config"
-[ "$(LD_LIBRARY_PATH=$(dirname "$libdir") "$stage/by-pkg-config")" = "$expected" ] || { echo "pkg-config consumer failed"; exit 1; }
-echo "the installed package serves a host by find_package and by pkg-config"
+# Installed to another prefix than was configured, and then moved: the pkg-config files go along.
+mv "$stage/prefix" "$stage/moved"
+libdir=$(dirname "$(find "$stage/moved" -name ormalux.pc)")
+export PKG_CONFIG_PATH=$libdir LD_LIBRARY_PATH=${libdir%/*}
+by_pkg_config() { # SOURCE MODULE: prints what the program prints
+    # shellcheck disable=SC2046 # the flags are words
+    "${CXX:-c++}" -std=c++20 -fPIC "$here/$1" $(pkg-config --cflags --libs "$2") -o "$stage/by-pkg-config"
+    "$stage/by-pkg-config"
+}
+[ "$(by_pkg_config main.cpp ormalux)" = "$expected" ] || { echo "pkg-config consumer failed"; exit 1; }
+if [ -e "$libdir/ormalux-view.pc" ] && pkg-config --exists Qt6Widgets; then
+    [ "$(QT_QPA_PLATFORM=offscreen by_pkg_config view.cpp ormalux-view)" = "ff0000 1 1 0000ff" ] || { echo "pkg-config view consumer failed"; exit 1; }
+fi
+echo "the installed package serves a host by find_package, and by pkg-config where it was moved"

@@ -69,17 +69,3 @@ TEST_F(FileTest, RefusesWhatIsNotARegularFile)
     EXPECT_FALSE(ormalux::writeFile("/dev/full", big));
 #endif
 }
-
-#if !defined(_WIN32)
-TEST_F(FileTest, WritesThroughALinkAndKeepsThePermissions)
-{
-    const fs::path target = folder + "/t.bin", link = folder + "/l.bin";
-    ASSERT_TRUE(ormalux::writeFile(target.c_str(), text));
-    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
-    fs::create_symlink(target, link);
-    ASSERT_TRUE(ormalux::writeFile(link.c_str(), std::vector<std::uint8_t>{'x'}));
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(ormalux::readFile(target.c_str()), std::vector<std::uint8_t>{'x'});
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-}
-#endif
