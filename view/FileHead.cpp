@@ -27,10 +27,19 @@ bool beginsWith(Bytes file, std::string_view text)
     return file.size() >= text.size() && std::memcmp(file.data(), text.data(), text.size()) == 0;
 }
 
+/// Walks the chunks to the one that ends the picture.
 FileHead pngHead(Bytes file)
 {
+    FileHead head;
     const bool palette = number(file, 25, 1) == 3;
-    return {palette ? 0 : int(number(file, 24, 1))};
+    head.bits = palette ? 0 : int(number(file, 24, 1));
+    head.truncated = true;
+    for (std::uint64_t at = 8; at + 12 <= file.size(); at += 12 + number(file, at, 4, false))
+        if (beginsWith(file.subspan(std::size_t(at) + 4), "IEND")) {
+            head.truncated = false;
+            break;
+        }
+    return head;
 }
 
 /// Walks the segments to the compressed pixels, behind which the end of the picture must be marked; bytes

@@ -34,6 +34,12 @@ public:
         : m_file(file), m_little(file[0] == 'I'), m_big(read(2, 2) == 43), m_offsetSize(m_big ? 8 : 4)
     {}
 
+    /// Whether the page's fields are all there.
+    bool hasPage(std::uint64_t page) const
+    {
+        const std::uint64_t count = entries(page);
+        return count > 0 && entryAt(page, count) + std::uint64_t(m_offsetSize) <= m_file.size();
+    }
     std::uint64_t firstPage() const { return read(m_big ? 8 : 4, m_offsetSize); }
     std::uint64_t pageBehind(std::uint64_t page) const
     {
@@ -127,8 +133,8 @@ FileHead tiffHead(std::span<const std::uint8_t> file)
     head.kind = kind == 2 || kind == 5   ? SampleKind::Signed
                 : kind == 3 || kind == 6 ? SampleKind::Real
                                          : SampleKind::Unsigned;
-    head.truncated =
-        tiff.isCut(page, StripOffsets, StripByteCounts) || tiff.isCut(page, TileOffsets, TileByteCounts);
+    head.truncated = !tiff.hasPage(page) || tiff.isCut(page, StripOffsets, StripByteCounts) ||
+                     tiff.isCut(page, TileOffsets, TileByteCounts);
     return head;
 }
 
