@@ -18,8 +18,8 @@ struct FileHead
     int bits = 0; ///< of a sample; 0 for palettes and where the file does not say
     SampleKind kind = SampleKind::Unsigned;
     int pages = 0; ///< of a TIFF file, without the smaller copies that belong to a page; 0 for other kinds
-    /// The file ends before its pixels do, as far as its kind (PNG, JPEG, TIFF, BMP) lets that be seen without
-    /// decoding.
+    /// The file ends before its pixels do, as far as its kind (PNG, JPEG, TIFF, BMP) lets that be seen
+    /// without decoding.
     bool truncated = false;
 };
 
