@@ -1,6 +1,7 @@
 #include "cli/Input.h"
 
 #include "cli/Output.h"
+#include "cli/QuietLibraries.h"
 #include "cli/Step.h"
 #include "platform/Path.h"
 #include "view/PictureReader.h"
@@ -31,7 +32,11 @@ void fillColor(CKestImage24& color, Picture& picture)
 PictureOrigin loadPicture(const std::string& file, Workpiece& work)
 {
     std::string error;
-    Picture picture = ormalux::readPicture(file.c_str(), &error);
+    Picture picture;
+    {
+        const QuietLibraries quiet;
+        picture = ormalux::readPicture(file.c_str(), &error);
+    }
     if (picture.empty())
         throw InputError(error);
     work.file = file;

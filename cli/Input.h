@@ -2,7 +2,7 @@
 
 #include "cli/Values.h"
 #include "image/VisionImage.h"
-#include "view/Picture.h"
+#include "view/PictureOrigin.h"
 
 #include <stdexcept>
 #include <string>

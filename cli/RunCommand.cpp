@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <new>
 
 namespace ormalux::cli {
 
@@ -60,6 +61,12 @@ bool anyRecord(const Json& result)
     return result.at("steps").empty();
 }
 
+Line failedLine(const std::string& file, std::string_view why)
+{
+    const Json line = {{"file", file}, {"error", messageText(why)}};
+    return {true, false, line.dump(-1, ' ', false, Json::error_handler_t::replace)};
+}
+
 Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& file, bool several)
 {
     Line line;
@@ -73,9 +80,9 @@ Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& 
         line.found = anyRecord(result);
         line.text = result.dump(-1, ' ', false, Json::error_handler_t::replace);
     } catch (const InputError& error) {
-        line.failed = true;
-        line.text = Json{{"file", file}, {"error", messageText(error.what())}}.dump(
-            -1, ' ', false, Json::error_handler_t::replace);
+        return failedLine(file, error.what());
+    } catch (const std::bad_alloc&) {
+        return failedLine(file, file + ": too little memory");
     }
     return line;
 }

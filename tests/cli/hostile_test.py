@@ -158,6 +158,7 @@ class Hostile(cli_test.Runs):
         for name, data, told in (
                 ("real.tif", tiff(struct.pack("<16f", *range(16)), 32, 3), "floating-point"), ("signed.tif", tiff(deep, 16, 2), "signed"),
                 ("odd.tif", tiff(bytes(24), 12), "12-bit samples are not supported"), ("cut.tif", tiff(bytes(16))[:-1], "truncated"),
+                ("chatty.tif", tiff(b"xyz" * 9, 8)[:30] + struct.pack("<HHII", 4, 3, 1, 9) * 3 + b"x" * 80, "damaged"),
                 ("loop.tif", tiff(bytes(16))[:118] + struct.pack("<I", 8), "truncated")):
             self.assertIn(told, self.complaint("info", self.write(name, data)))
 
