@@ -1,13 +1,14 @@
 #include "cli/Batch.h"
 
 #include "cli/Input.h"
+#include "cli/Output.h"
+#include "cli/OutputNames.h"
 #include "cli/Progress.h"
 #include "platform/Path.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <new>
 
 namespace ormalux::cli {
@@ -45,11 +46,15 @@ void Batch::expandFolders()
             continue;
         }
         std::vector<std::string> inside;
-        for (const auto& entry : fs::directory_iterator(nativePath(file.c_str()), error))
-            if (entry.is_regular_file(error) && isPictureName(entry.path())) {
-                const std::u8string path = entry.path().u8string();
+        fs::directory_iterator entry(nativePath(file.c_str()), error);
+        // What has a picture's name but is none (a pipe, a link that leads nowhere) is told by the reader.
+        for (std::error_code kind; !error && entry != fs::directory_iterator(); entry.increment(error))
+            if (isPictureName(entry->path()) && !entry->is_directory(kind)) {
+                const std::u8string path = entry->path().u8string();
                 inside.emplace_back(path.begin(), path.end());
             }
+        if (error)
+            throw InputError(file + ": the folder cannot be read");
         if (inside.empty())
             throw InputError(file + ": the folder holds no pictures");
         std::sort(inside.begin(), inside.end());
@@ -58,9 +63,12 @@ void Batch::expandFolders()
     files = std::move(expanded);
 }
 
-int Batch::run(const std::function<Findings(const std::string& file)>& work)
+int Batch::run(const std::function<Findings(const std::string& file)>& work, std::vector<std::string> outputs,
+               const std::vector<std::string>& otherInputs)
 {
     expandFolders();
+    outputs.push_back(annotate);
+    checkOutputNames(files, outputs, otherInputs);
     Report report(json ? Format::Json : csv ? Format::Csv : Format::Table, several());
     Progress progress(files.size());
     bool failed = false, found = false;
@@ -72,11 +80,11 @@ int Batch::run(const std::function<Findings(const std::string& file)>& work)
             found = found || findings.recordName.empty() || !findings.records.empty();
         } catch (const InputError& error) {
             progress.clear();
-            std::fprintf(stderr, "ormalux: %s\n", error.what());
+            complain(error.what());
             failed = true;
         } catch (const std::bad_alloc&) {
             progress.clear();
-            std::fprintf(stderr, "ormalux: %s: too little memory\n", files[i].c_str());
+            complain(files[i] + ": too little memory");
             failed = true;
         }
         progress.advance(i + 1 < files.size() ? files[i + 1] : std::string());

@@ -37,8 +37,10 @@ struct Batch
 
     /// Works on every picture in turn, shows progress and writes the findings. A picture that cannot be used
     /// is told on standard error and does not stop the others. The exit code: BadInput when one failed,
-    /// NothingFound when no picture gave a record (or a true fact), else Done.
-    int run(const std::function<Findings(const std::string& file)>& work);
+    /// NothingFound when no picture gave a record (or a true fact), else Done. Throws InputError before the
+    /// first picture when outputs (patterns beside `annotate`) or inputs would take each other's place.
+    int run(const std::function<Findings(const std::string& file)>& work,
+            std::vector<std::string> outputs = {}, const std::vector<std::string>& otherInputs = {});
 };
 
 } // namespace ormalux::cli

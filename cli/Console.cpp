@@ -9,6 +9,9 @@
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
 #endif
 
 namespace ormalux::cli {
@@ -83,7 +86,14 @@ std::vector<std::string> programArguments(int, char**)
 
 #else
 
-Console::Console() = default;
+Console::Console()
+{
+    // Where the caller has closed one of the three streams, the first file opened would take its number and
+    // get what is printed. Standard output stays unwritable, so that its loss is told.
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) == -1) [[maybe_unused]]
+            const int taken = open("/dev/null", stream == STDERR_FILENO ? O_WRONLY : O_RDONLY);
+}
 
 Console::~Console() = default;
 

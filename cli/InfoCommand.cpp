@@ -14,7 +14,7 @@ namespace {
 Findings describe(const std::string& file)
 {
     Workpiece picture;
-    loadPicture(file, picture);
+    const PictureOrigin origin = loadPicture(file, picture);
     long histogram[256] = {};
     picture.image.Histogram(histogram);
     int darkest = 0, brightest = 255;
@@ -26,6 +26,8 @@ Findings describe(const std::string& file)
     findings.facts = {{"width", picture.image.GetWidth()},
                       {"height", picture.image.GetHeight()},
                       {"kind", !picture.color.IsEmpty() ? "colour" : "gray"},
+                      {"bits", origin.bits},
+                      {"pages", origin.pages},
                       {"darkest", darkest},
                       {"brightest", brightest},
                       {"mean", picture.image.GetGrayLevelAverage()},

@@ -1,5 +1,7 @@
 #include "cli/Input.h"
 
+#include "cli/Output.h"
+#include "cli/QuietLibraries.h"
 #include "cli/Step.h"
 #include "platform/Path.h"
 #include "view/PictureReader.h"
@@ -27,10 +29,14 @@ void fillColor(CKestImage24& color, Picture& picture)
 
 } // namespace
 
-void loadPicture(const std::string& file, Workpiece& work)
+PictureOrigin loadPicture(const std::string& file, Workpiece& work)
 {
     std::string error;
-    Picture picture = ormalux::readPicture(file.c_str(), &error);
+    Picture picture;
+    {
+        const QuietLibraries quiet;
+        picture = ormalux::readPicture(file.c_str(), &error);
+    }
     if (picture.empty())
         throw InputError(error);
     work.file = file;
@@ -43,6 +49,9 @@ void loadPicture(const std::string& file, Workpiece& work)
     }
     if (work.image.IsEmpty() || (!picture.isGray() && work.color.IsEmpty()))
         throw InputError(file + ": too little memory for " + sizeText(picture.width, picture.height));
+    for (const std::string& loss : whatWasCut(picture.origin))
+        complain("warning: '" + file + "': " + loss);
+    return picture.origin;
 }
 
 int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,

@@ -2,6 +2,7 @@
 
 #include "cli/Values.h"
 #include "image/VisionImage.h"
+#include "view/PictureOrigin.h"
 
 #include <stdexcept>
 #include <string>
@@ -18,7 +19,8 @@ struct InputError : std::runtime_error
 struct Workpiece;
 
 /// Reads a picture; throws InputError. Gray steps take a colour picture by the mean of red, green and blue.
-void loadPicture(const std::string& file, Workpiece& work);
+/// What the reader had to cut (depth, pages, transparency) is told on standard error and returned.
+PictureOrigin loadPicture(const std::string& file, Workpiece& work);
 
 /// The region as it is when it lies inside the picture; throws InputError when it does not.
 RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region);

@@ -2,13 +2,15 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Input.h"
+#include "cli/Output.h"
 
 #include <CLI/CLI.hpp>
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <cstdio>
 #include <exception>
+#include <new>
+#include <sstream>
 
 using namespace ormalux::cli;
 
@@ -46,15 +48,27 @@ int runProgram(std::vector<std::string> arguments)
         std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
         program.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
-        const int code = program.exit(error);
-        return code == 0 ? Done : BadInput;
+        if (error.get_exit_code() != 0) // neither help nor version
+            throw InputError(std::string(error.what()) + "; --help tells more");
+        std::ostringstream text;
+        program.exit(error, text, text);
+        putText(text.str());
+        return Done;
     }
+    return chosen();
+}
+
+/// The exit code, once all output has arrived.
+int runToTheEnd(std::vector<std::string> arguments)
+{
     try {
-        return chosen();
-    } catch (const InputError& error) {
-        std::fprintf(stderr, "ormalux: %s\n", error.what());
+        const int code = runProgram(std::move(arguments));
+        closeOutput();
+        return code;
+    } catch (const std::bad_alloc&) {
+        complain("too little memory");
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "ormalux: %s\n", error.what());
+        complain(error.what());
     }
     return BadInput;
 }
@@ -74,9 +88,9 @@ int main(int argc, char** argv)
     // What is wrong with a picture is told by the reader, in one line that names it.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtFatalMsg)
-            std::fprintf(stderr, "ormalux: %s\n", qUtf8Printable(text));
+            complain(text.toStdString());
     });
     int qtArguments = 1;
     const QGuiApplication application(qtArguments, argv);
-    return runProgram(programArguments(argc, argv));
+    return runToTheEnd(programArguments(argc, argv));
 }

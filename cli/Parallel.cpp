@@ -32,6 +32,21 @@ struct Child
     std::FILE* answers = nullptr;
 };
 
+/// The processes of one call. When nobody takes their answers any more they end with the picture they are at.
+struct Children : std::vector<Child>
+{
+    using std::vector<Child>::vector;
+    ~Children()
+    {
+        for (const Child& child : *this)
+            if (child.answers)
+                std::fclose(child.answers);
+        for (const Child& child : *this)
+            if (child.process > 0)
+                waitpid(child.process, nullptr, 0);
+    }
+};
+
 /// Every step-th number from first on, one answer a line.
 [[noreturn]] void workInChild(int out, std::size_t first, std::size_t step, std::size_t count,
                               const std::function<std::string(std::size_t)>& work)
@@ -63,7 +78,7 @@ void inProcesses(std::size_t count, int jobs, const std::function<std::string(st
 {
     const std::size_t wanted = jobs > 0 ? std::size_t(jobs) : std::size_t(CStdlib::GetNumOfProcessors());
     const std::size_t processes = std::min(wanted, count);
-    std::vector<Child> children(processes > 1 ? processes : 0);
+    Children children(processes > 1 ? processes : 0);
     std::fflush(nullptr);
     for (std::size_t i = 0; i < children.size(); ++i) {
         int ends[2];
@@ -72,6 +87,10 @@ void inProcesses(std::size_t count, int jobs, const std::function<std::string(st
         children[i].process = fork();
         if (children[i].process == 0) {
             close(ends[0]);
+            // An elder's pipe that is open here as well would never break.
+            for (std::size_t elder = 0; elder < i; ++elder)
+                if (children[elder].answers)
+                    close(fileno(children[elder].answers));
             workInChild(ends[1], i, processes, count, work);
         }
         close(ends[1]);
@@ -83,12 +102,6 @@ void inProcesses(std::size_t count, int jobs, const std::function<std::string(st
         // What a child that died or was never born leaves undone is done here.
         take(child && child->answers && child->process > 0 && readLine(child->answers, line) ? line
                                                                                              : work(i));
-    }
-    for (Child& child : children) {
-        if (child.answers)
-            std::fclose(child.answers);
-        if (child.process > 0)
-            waitpid(child.process, nullptr, 0);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "cli/Batch.h"
 #include "cli/Chain.h"
 #include "cli/Commands.h"
+#include "cli/OutputNames.h"
 #include "cli/Step.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +23,7 @@ struct ProcessOptions
 int process(const ProcessOptions& options)
 {
     const std::vector<BoundStep> chain = parseChain(options.steps);
+    checkOutputNames({options.picture}, {options.output});
     Workpiece work;
     loadPicture(options.picture, work);
     for (const BoundStep& bound : chain)
@@ -92,14 +94,15 @@ void addPlane(CLI::App& program, Chosen& chosen)
         ->required();
     command->callback([&chosen, options] {
         chosen = [options] {
-            return options->batch.run([&](const std::string& file) {
+            const auto cut = [&](const std::string& file) {
                 Workpiece work;
                 loadPicture(file, work);
                 findStep("plane")->run(work, {{"channel", options->channel}});
                 const std::string name = outputName(options->output, file, options->batch.several());
                 savePicture(name, work.image);
                 return Findings{file, {{"output", name}, {"mean", work.image.GetGrayLevelAverage()}}, "", {}};
-            });
+            };
+            return options->batch.run(cut, {options->output});
         };
     });
 }

@@ -1,5 +1,7 @@
 #include "cli/Progress.h"
 
+#include "cli/SafeText.h"
+
 #include <cstdio>
 
 #if defined(_WIN32)
@@ -28,8 +30,9 @@ void Progress::advance(const std::string& next)
     const int filled = int(m_done * width / m_total);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
     const double left = seconds / double(m_done) * double(m_total - m_done);
-    std::fprintf(stderr, "\r\033[K[%.*s%*s] %zu/%zu, %.0f s left  %.40s", filled,
-                 "##############################", width - filled, "", m_done, m_total, left, next.c_str());
+    std::fprintf(stderr, "\r\033[K[%.*s%*s] %zu/%zu, %.0f s left  %s", filled,
+                 "##############################", width - filled, "", m_done, m_total, left,
+                 shortened(shown(next), 40).c_str());
     std::fflush(stderr);
     m_visible = true;
 }

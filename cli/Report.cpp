@@ -1,5 +1,8 @@
 #include "cli/Report.h"
 
+#include "cli/Output.h"
+#include "cli/SafeText.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -21,29 +24,10 @@ std::string text(const Json& value)
     return value.is_null() ? std::string() : value.dump();
 }
 
-std::string csvField(const std::string& field)
-{
-    if (field.find_first_of(",\"\r\n") == std::string::npos)
-        return field;
-    std::string quoted = "\"";
-    for (char c : field) {
-        if (c == '"')
-            quoted += '"';
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
 /// Columns as wide as their widest text; continuation bytes of UTF-8 take no place.
 std::size_t width(const std::string& field)
 {
     return std::size_t(std::count_if(field.begin(), field.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-void put(const std::string& line)
-{
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
 }
 
 } // namespace
@@ -62,26 +46,26 @@ void Report::write(const Findings& findings)
         line.update(findings.facts);
         if (!findings.recordName.empty())
             line[findings.recordName] = findings.records;
-        put(line.dump(-1, ' ', false, Json::error_handler_t::replace));
+        putLine(line.dump(-1, ' ', false, Json::error_handler_t::replace));
         break;
     }
     }
-    std::fflush(stdout);
+    flushOutput();
 }
 
 void Report::writeTable(const Findings& findings)
 {
     if (m_several) {
         if (m_headed)
-            put("");
-        put(findings.file);
+            putLine("");
+        putLine(shown(findings.file));
         m_headed = true;
     }
     std::string facts;
     for (const auto& [name, value] : findings.facts.items())
-        facts += (facts.empty() ? "" : ", ") + name + " " + text(value);
+        facts += (facts.empty() ? "" : ", ") + name + " " + shown(text(value));
     if (!facts.empty())
-        put(facts);
+        putLine(facts);
     if (findings.records.empty())
         return;
 
@@ -91,7 +75,7 @@ void Report::writeTable(const Findings& findings)
     for (const Json& record : findings.records) {
         rows.emplace_back();
         for (const auto& [name, value] : record.items())
-            rows.back().push_back(text(value));
+            rows.back().push_back(shown(text(value)));
     }
     std::vector<std::size_t> widths(rows[0].size());
     for (const auto& row : rows)
@@ -101,7 +85,7 @@ void Report::writeTable(const Findings& findings)
         std::string line;
         for (std::size_t i = 0; i < row.size(); ++i)
             line += std::string(widths[i] - width(row[i]) + (i ? 2 : 0), ' ') + row[i];
-        put(line);
+        putLine(line);
     }
 }
 
@@ -113,14 +97,14 @@ void Report::writeCsv(const Findings& findings)
         if (!m_headed) {
             std::string header = "file";
             for (const auto& [name, value] : record.items())
-                (header += ',') += csvField(name);
-            put(header);
+                (header += ',') += csvCell(name);
+            putLine(header);
             m_headed = true;
         }
-        std::string line = csvField(findings.file);
+        std::string line = csvCell(findings.file);
         for (const auto& [name, value] : record.items())
-            (line += ',') += csvField(text(value));
-        put(line);
+            (line += ',') += csvCell(text(value));
+        putLine(line);
     }
 }
 

@@ -1,15 +1,18 @@
 #include "cli/Annotation.h"
 #include "cli/Batch.h"
 #include "cli/Commands.h"
+#include "cli/Output.h"
+#include "cli/OutputNames.h"
 #include "cli/Parallel.h"
 #include "cli/Progress.h"
 #include "cli/Recipe.h"
+#include "cli/SafeText.h"
 #include "platform/File.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <memory>
+#include <new>
 
 namespace ormalux::cli {
 
@@ -58,6 +61,12 @@ bool anyRecord(const Json& result)
     return result.at("steps").empty();
 }
 
+Line failedLine(const std::string& file, std::string_view why)
+{
+    const Json line = {{"file", file}, {"error", messageText(why)}};
+    return {true, false, line.dump(-1, ' ', false, Json::error_handler_t::replace)};
+}
+
 Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& file, bool several)
 {
     Line line;
@@ -71,9 +80,9 @@ Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& 
         line.found = anyRecord(result);
         line.text = result.dump(-1, ' ', false, Json::error_handler_t::replace);
     } catch (const InputError& error) {
-        line.failed = true;
-        line.text = Json{{"file", file}, {"error", error.what()}}.dump(-1, ' ', false,
-                                                                       Json::error_handler_t::replace);
+        return failedLine(file, error.what());
+    } catch (const std::bad_alloc&) {
+        return failedLine(file, file + ": too little memory");
     }
     return line;
 }
@@ -85,9 +94,7 @@ int runAll(RunOptions& options)
     batch.files = options.pictures;
     batch.expandFolders();
     const bool several = batch.several();
-    for (const std::string& pattern : {options.annotate, options.output})
-        if (!pattern.empty())
-            outputName(pattern, batch.files.front(), several);
+    checkOutputNames(batch.files, {options.annotate, options.output}, {options.recipe});
     const Shard shard = parseShard(options.shard);
     std::vector<std::string> mine;
     for (std::size_t i = shard.index; i < batch.files.size(); i += shard.count)
@@ -105,10 +112,9 @@ int runAll(RunOptions& options)
         [&](const std::string& answer) {
             progress.clear();
             if (answer[0] == '!')
-                std::fprintf(stderr, "ormalux: %s\n",
-                             Json::parse(answer.substr(1)).value("error", "failed").c_str());
-            std::printf("%s\n", answer.c_str() + 1);
-            std::fflush(stdout);
+                complain(Json::parse(answer.substr(1)).value("error", "failed"));
+            putLine(answer.substr(1));
+            flushOutput();
             failed = failed || answer[0] == '!';
             found = found || answer[0] == '+';
             ++done;
@@ -164,7 +170,8 @@ void addRecipe(CLI::App& program, Chosen& chosen)
     check->add_option("file", *file, "The recipe")->required();
     check->callback([&chosen, file] {
         chosen = [file] {
-            std::printf("%s: %zu steps, all right\n", file->c_str(), loadRecipe(*file).steps.size());
+            const std::size_t count = loadRecipe(*file).steps.size();
+            putLine(shown(*file) + ": " + std::to_string(count) + " steps, all right");
             return int(Done);
         };
     });
@@ -172,7 +179,7 @@ void addRecipe(CLI::App& program, Chosen& chosen)
     CLI::App* schema = command->add_subcommand("schema", "Print the JSON schema of recipes");
     schema->callback([&chosen] {
         chosen = [] {
-            std::printf("%s\n", recipeSchema().dump(2).c_str());
+            putLine(recipeSchema().dump(2));
             return int(Done);
         };
     });

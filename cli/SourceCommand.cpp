@@ -2,13 +2,16 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
+#include "cli/Output.h"
+#include "cli/OutputNames.h"
+#include "cli/SafeText.h"
 #include "cli/Step.h"
 #include "cli/Values.h"
 #include "platform/File.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
+#include <algorithm>
 #include <memory>
 
 namespace ormalux::cli {
@@ -53,6 +56,7 @@ int keyOf(const CutOptions& options)
 int cut(const CutOptions& options)
 {
     const int key = keyOf(options);
+    checkOutputNames({options.picture}, {options.output});
     Workpiece picture;
     loadPicture(options.picture, picture);
     const RECT region = regionWithin(picture.image, options.picture, parseRegion(options.region));
@@ -74,8 +78,9 @@ int cut(const CutOptions& options)
     std::error_code why;
     if (!writeMatchSource(options.output.c_str(), source, &why))
         throw InputError(options.output + ": cannot be written: " + writeFailure(why));
-    std::printf("%s: %d x %d, threshold %d, %d black, %d white\n", options.output.c_str(), int(source.width),
-                int(source.height), threshold, int(source.black_count), int(source.white_count));
+    putLine(shown(options.output) + ": " + std::to_string(source.width) + " x " +
+            std::to_string(source.height) + ", threshold " + std::to_string(threshold) + ", " +
+            std::to_string(source.black_count) + " black, " + std::to_string(source.white_count) + " white");
     return Done;
 }
 
@@ -86,39 +91,58 @@ std::string keyText(int key)
     return std::to_string(key);
 }
 
+/// The template as people see it, as far as a terminal has room; what is left out is said.
+void draw(const _stMatchSource& source)
+{
+    constexpr int widest = 160, highest = 200;
+    if (source.width == 0 || source.height == 0)
+        return putLine("no pixels");
+    if (source.width > widest)
+        return putLine("too wide to be drawn here; --picture writes it");
+    for (int y = 0; y < std::min(int(source.height), highest); ++y) {
+        std::string line;
+        for (int x = 0; x < source.width; ++x)
+            line += source.data[std::ptrdiff_t(y) * source.width + x] ? '#' : '.';
+        putLine(line);
+    }
+    if (source.height > highest)
+        putLine(std::to_string(source.height - highest) + " more rows; --picture writes them");
+}
+
+void showOne(const std::string& file, const ShowOptions& options, Report& report)
+{
+    CMatchSrcArray sources;
+    sources.Add(file.c_str());
+    if (sources.GetCount() == 0)
+        throw InputError(file + ": not a match source, shorter than it declares, or not to be read");
+    const _stMatchSource& source = sources[0];
+    Findings findings{file, {}, {}, {}};
+    findings.facts = {{"key", keyText(source.key)},  {"width", source.width},
+                      {"height", source.height},     {"threshold", source.threshold},
+                      {"black", source.black_count}, {"white", source.white_count}};
+    report.write(findings);
+    if (!options.json)
+        draw(source);
+    if (!options.picture.empty()) {
+        if (source.width == 0 || source.height == 0)
+            throw InputError(file + ": the source has no pixels to write");
+        savePicture(outputName(options.picture, file, options.files.size() > 1),
+                    CKestImage(source.width, source.height, source.data));
+    }
+}
+
 int show(const ShowOptions& options)
 {
+    checkOutputNames(options.files, {options.picture});
     Report report(options.json ? Format::Json : Format::Table, options.files.size() > 1);
     bool failed = false;
-    for (const std::string& file : options.files) {
-        CMatchSrcArray sources;
-        sources.Add(file.c_str());
-        if (sources.GetCount() == 0) {
-            std::fprintf(stderr,
-                         "ormalux: %s: not a match source, shorter than it declares, or not to be read\n",
-                         file.c_str());
+    for (const std::string& file : options.files)
+        try {
+            showOne(file, options, report);
+        } catch (const InputError& error) {
+            complain(error.what());
             failed = true;
-            continue;
         }
-        const _stMatchSource& source = sources[0];
-        Findings findings{file, {}, {}, {}};
-        findings.facts = {{"key", keyText(source.key)},  {"width", source.width},
-                          {"height", source.height},     {"threshold", source.threshold},
-                          {"black", source.black_count}, {"white", source.white_count}};
-        report.write(findings);
-        if (!options.json)
-            for (int y = 0; y < source.height && source.width <= 160; ++y) {
-                std::string line;
-                for (int x = 0; x < source.width; ++x)
-                    line += source.data[std::ptrdiff_t(y) * source.width + x] ? '#' : '.';
-                std::puts(line.c_str());
-            }
-        if (!options.picture.empty()) {
-            CKestImage image(source.width, source.height, source.data);
-            const std::string name = outputName(options.picture, file, options.files.size() > 1);
-            savePicture(name, image);
-        }
-    }
     return failed ? BadInput : Done;
 }
 

@@ -72,7 +72,7 @@ Json argumentsOf(const StepOptions& options)
 int runStep(StepOptions& options)
 {
     const Json arguments = argumentsOf(options);
-    return options.batch.run([&](const std::string& file) {
+    const auto measure = [&](const std::string& file) {
         Workpiece work;
         loadPicture(file, work);
         options.step->run(work, arguments);
@@ -81,7 +81,10 @@ int runStep(StepOptions& options)
         if (!options.plot.empty())
             writeHistogramPlot(outputName(options.plot, file, options.batch.several()), work.image);
         return work.findings.back();
-    });
+    };
+    const auto sources = options.given.find("source");
+    return options.batch.run(measure, {options.plot},
+                             sources == options.given.end() ? std::vector<std::string>{} : sources->second);
 }
 
 } // namespace

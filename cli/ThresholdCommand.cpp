@@ -78,7 +78,8 @@ void addThreshold(CLI::App& program, Chosen& chosen)
         ->required();
     command->callback([&chosen, options] {
         chosen = [options] {
-            return options->batch.run([&](const std::string& file) { return binarise(*options, file); });
+            return options->batch.run([&](const std::string& file) { return binarise(*options, file); },
+                                      {options->output});
         };
     });
 }

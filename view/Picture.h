@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/GrayView.h"
+#include "view/PictureOrigin.h"
 #include "view/PixelSource.h"
 
 #include <QImage>
@@ -17,6 +18,7 @@ struct Picture
     int height = 0;
     int bitCount = 8;
     std::vector<std::uint8_t> pixels;
+    PictureOrigin origin; ///< of a picture that was read from a file
 
     bool empty() const { return pixels.empty(); }
     bool isGray() const { return bitCount == 8; }

@@ -2,6 +2,7 @@
 
 #include "platform/File.h"
 #include "view/BmpReader.h"
+#include "view/FileHead.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -9,6 +10,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <new>
 #include <optional>
@@ -29,6 +31,8 @@ std::string whyUnreadable(const char* path)
         return "it is a directory";
     if (!info.isReadable())
         return "permission denied";
+    if (!info.isFile())
+        return "it is not a regular file";
     return "it cannot be read";
 }
 
@@ -132,13 +136,40 @@ std::string describe(QImageReader::ImageReaderError error)
     }
 }
 
+/// Why a file of a known kind is not decoded at all; empty when it is.
+std::string whyRefused(const FileHead& head)
+{
+    if (head.kind == SampleKind::Real)
+        return "its samples are floating-point numbers, which are not supported";
+    if (head.kind == SampleKind::Signed)
+        return "its samples are signed numbers, which are not supported";
+    const bool oddInTiff = head.pages > 0 && head.bits > 0 && !std::has_single_bit(unsigned(head.bits));
+    if (head.bits > 16 || oddInTiff)
+        return "its " + std::to_string(head.bits) + "-bit samples are not supported";
+    return head.truncated ? "it is truncated" : "";
+}
+
 std::string tooLarge()
 {
     return "it is larger than 512 megapixels";
 }
 
+/// The toolkit's readers count from the device's place: the picture's own reader would lose its own.
+int countPages(QByteArray& bytes)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    return reader.imageCount();
+}
+
 Picture decode(const Bytes& file, PaletteUse use, std::string& why)
 {
+    const FileHead head = readFileHead(file);
+    why = whyRefused(head);
+    if (!why.empty())
+        return {};
     raiseAllocationLimit();
     QByteArray bytes =
         QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), qsizetype(file.size()));
@@ -146,6 +177,7 @@ Picture decode(const Bytes& file, PaletteUse use, std::string& why)
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(use == PaletteUse::Applied);
     const QSize size = reader.size();
     if (std::int64_t(size.width()) * size.height() > largestPicture) {
         why = tooLarge();
@@ -156,7 +188,9 @@ Picture decode(const Bytes& file, PaletteUse use, std::string& why)
         why = describe(reader.error());
         return {};
     }
-    return fromImage(image, file, use);
+    Picture picture = fromImage(image, file, use);
+    picture.origin = originOf(image, head, head.pages > 0 ? head.pages : countPages(bytes));
+    return picture;
 }
 
 Picture readBytes(const Bytes& file, PaletteUse use, std::string& why)
@@ -179,6 +213,28 @@ Picture readBytes(const Bytes& file, PaletteUse use, std::string& why)
     return decode(file, use, why);
 }
 
+/// Large files are looked at before they are read: the beginning tells whether they can be pictures.
+bool mayBePicture(const char* path, std::uint64_t length, std::string& why)
+{
+    constexpr std::uint64_t small = std::uint64_t(64) << 20;
+    // The most that the largest picture takes: 16 bits of four channels, or the doubled file of a colour
+    // image.
+    constexpr std::uint64_t longest = std::uint64_t(largestPicture) * 8 + small;
+    if (length <= small)
+        return true;
+    const auto head = readFile(path, std::uint64_t(1) << 16);
+    QByteArray bytes;
+    if (head)
+        bytes = QByteArray(reinterpret_cast<const char*>(head->data()), qsizetype(head->size()));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    if (!head || QImageReader::imageFormat(&buffer).isEmpty())
+        why = describe(QImageReader::UnsupportedFormatError);
+    else if (length > longest)
+        why = tooLarge();
+    return why.empty();
+}
+
 } // namespace
 
 Picture readPicture(const char* path, std::string* error, PaletteUse use)
@@ -186,13 +242,15 @@ Picture readPicture(const char* path, std::string* error, PaletteUse use)
     std::string why;
     Picture picture;
     try {
-        const std::optional<Bytes> file = path ? readFile(path) : std::nullopt;
-        if (!file)
-            why = path ? whyUnreadable(path) : "no path was given";
-        else if (file->empty())
+        const std::optional<std::uint64_t> length = path ? fileLength(path) : std::nullopt;
+        const bool worthReading = length && mayBePicture(path, *length, why);
+        const std::optional<Bytes> file = worthReading ? readFile(path) : std::nullopt;
+        if (file && file->empty())
             why = "it is empty";
-        else
+        else if (file)
             picture = readBytes(*file, use, why);
+        else if (why.empty())
+            why = path ? whyUnreadable(path) : "no path was given";
     } catch (const std::bad_alloc&) {
         why = "memory is short";
         picture = {};

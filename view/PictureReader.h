@@ -9,7 +9,8 @@ namespace ormalux {
 /// What becomes of a palette.
 enum class PaletteUse
 {
-    /// The picture as every viewer shows it: gray when all its colours are gray, else colour.
+    /// The picture as every viewer shows it: gray when all its colours are gray, else colour; turned upright
+    /// when the camera noted how it was held.
     Applied,
     /// The bytes of a file with 8 bits a pixel are gray levels whatever its palette says; every other file
     /// becomes
@@ -22,11 +23,12 @@ inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 
 /// Reads a picture file of any kind that the system knows (BMP, PNG, JPEG, TIFF and what the toolkit's
 /// plugins add), told by its content and not by its name. path is UTF-8. 16-bit gray becomes 8-bit;
-/// transparency is dropped; colours are never mixed into gray.
+/// transparency is dropped; colours are never mixed into gray; of several pages the first is read. The
+/// picture's origin tells what was cut so.
 ///
 /// An empty picture when that fails; error, when given, then holds one English sentence that names the file
-/// and the reason: not found, a directory, not readable, not a picture, truncated, too large, too little
-/// memory.
+/// and the reason: not found, a directory, a pipe or device, not readable, not a picture, truncated, of
+/// floating-point numbers, too large, too little memory.
 Picture readPicture(const char* path, std::string* error = nullptr, PaletteUse use = PaletteUse::Applied);
 
 } // namespace ormalux

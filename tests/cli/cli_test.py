@@ -62,7 +62,9 @@ def label(lines, ink, paper, dot=4):
     return bmp(width, height, lambda x, y: ink if (x, y) in dark else paper)
 
 
-class CommandLine(unittest.TestCase):
+class Runs(unittest.TestCase):
+    """What every test of the program needs: a folder of its own, a picture, a call."""
+
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="ormalux-cli-"))
         self.addCleanup(shutil.rmtree, self.folder)
@@ -79,6 +81,8 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(done.returncode, code, f"{arguments}\n{done.stdout}\n{done.stderr}")
         return done
 
+
+class CommandLine(Runs):
     def blobs(self, picture, *options, code=0):
         return json.loads(self.run_program("blobs", picture, "--json", *options, code=code).stdout)
 

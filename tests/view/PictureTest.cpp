@@ -2,6 +2,7 @@
 #include "image/ImagePainter.h"
 #include "platform/File.h"
 #include "tests/support/Random.h"
+#include "view/FileHead.h"
 #include "view/PicturePainters.h"
 #include "view/PictureReader.h"
 #include "view/PictureWriter.h"
@@ -214,6 +215,73 @@ TEST_F(PictureFiles, ErrorsNameTheFileAndTheReason)
     file[20] = file[24] = 0x7f; // a size that no file holds
     ormalux::writeFile(path("big.bmp").c_str(), file);
     EXPECT_THAT(errorOf(path("big.bmp")), HasSubstr("larger than 512 megapixels"));
+}
+
+TEST_F(PictureFiles, WhatIsCutIsToldAndAnUprightPictureIsTurned)
+{
+    QImage deep(3, 2, QImage::Format_RGBA64);
+    deep.fill(QColor::fromRgba64(0x0fff, 0x0200, 3, 0xffff));
+    ASSERT_TRUE(deep.save(QString::fromStdString(path("deep.png"))));
+    Picture read = readPicture(path("deep.png").c_str());
+    EXPECT_TRUE(read.origin.depthCut() && !read.origin.transparent);
+    EXPECT_EQ(read.origin.bits, 16);
+    EXPECT_EQ(read.origin.usedBits, 12);
+    QImage clear(3, 2, QImage::Format_ARGB32);
+    clear.fill(QColor(10, 20, 30));
+    for (const int alpha : {255, 254}) {
+        clear.setPixelColor(2, 1, QColor(1, 2, 3, alpha));
+        ASSERT_TRUE(clear.save(QString::fromStdString(path("clear.png"))));
+        read = readPicture(path("clear.png").c_str());
+        EXPECT_EQ(read.origin.transparent, alpha != 255);
+        EXPECT_EQ(ormalux::whatWasCut(read.origin).size(), alpha != 255 ? 1u : 0u);
+        EXPECT_EQ(read.pixels[17], 1);
+    }
+    QImage half(40, 20, QImage::Format_Grayscale8);
+    half.fill(0);
+    for (int y = 0; y < 10; ++y)
+        std::memset(half.scanLine(y), 255, 40);
+    ASSERT_TRUE(half.save(QString::fromStdString(path("held.jpg"))));
+    std::vector<std::uint8_t> file = bytesOf(path("held.jpg"));
+    static constexpr char note[] = "\xFF\xE1\0\x22"
+                                   "Exif\0\0MM\0*\0\0\0\10\0\1\1\22\0\3\0\0\0\1\0\6\0\0\0\0\0";
+    file.insert(file.begin() + 2, note, note + sizeof note); // the camera was held on its side
+    ormalux::writeFile(path("held.jpg").c_str(), file);
+    read = readPicture(path("held.jpg").c_str());
+    ASSERT_EQ(read.width, 20);
+    EXPECT_GT(read.pixels[19], 200); // what was above is on the right
+    EXPECT_LT(read.pixels[0], 50);
+    EXPECT_EQ(readPicture(path("held.jpg").c_str(), nullptr, PaletteUse::IndicesAreGray).width, 40);
+}
+
+TEST_F(PictureFiles, NoFileIsReadInPart)
+{
+    QImage image(64, 48, QImage::Format_RGB32);
+    for (int y = 0; y < 48; ++y)
+        for (int x = 0; x < 64; ++x)
+            image.setPixel(x, y, qRgb(x * y, 3 * x, 5 * y));
+    for (const char* name : {"a.jpg", "a.png", "a.tif", "a.ppm", "a.bmp"})
+        ASSERT_TRUE(image.save(QString::fromStdString(path(name)))) << name;
+    std::vector<std::uint8_t> wide = bytesOf(path("a.bmp")); // the kind that the toolkit fills up
+    wide[28] = 32;
+    wide.resize(54 + 64 * 48 * 4);
+    ormalux::writeFile(path("wide.bmp").c_str(), wide);
+    for (const char* name : {"a.jpg", "a.png", "a.tif", "a.ppm", "a.bmp", "wide.bmp"}) {
+        const std::vector<std::uint8_t> file = bytesOf(path(name));
+        ASSERT_FALSE(readPicture(path(name).c_str()).empty()) << name;
+        for (const std::size_t length : {file.size() * 99 / 100, file.size() / 2, file.size() / 5}) {
+            ormalux::writeFile(path("cut").c_str(), std::span(file).first(length));
+            EXPECT_TRUE(readPicture(path("cut").c_str()).empty()) << name << " " << length;
+        }
+        // Damaged heads are read without a step outside the file, and end.
+        const auto noise = testing_support::randomBytes(3 * 400, unsigned(file.size()));
+        std::vector<std::uint8_t> damaged = file;
+        for (std::size_t i = 0; i + 2 < noise.size(); i += 3) {
+            const std::size_t back = i % 2 ? damaged.size() - 1 - noise[i] : noise[i];
+            damaged[back] = noise[i + 1];
+            EXPECT_GE(ormalux::readFileHead(std::span(damaged).first(damaged.size() - noise[i + 2])).pages,
+                      0);
+        }
+    }
 }
 
 TEST_F(PictureFiles, AFailedWriteLeavesTheOldFile)
