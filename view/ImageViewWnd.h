@@ -132,6 +132,7 @@ public:
     void AddCrossLine(CPoint center, int arm, int style, int width, COLORREF color, const char* tag);
     void AddText(int x, int y, const char* text, int size, COLORREF color, const char* tag);
     void AddText(CPoint at, const char* text, int size, COLORREF color, const char* tag);
+    void AddLabel(const CRect& box, LABEL_PLACE place, const char* text, COLORREF color, const char* tag);
     /// Deliberate: adds nothing; callers rely on no polyline ever being drawn.
     void AddPolyline(POINT* points, int count, int style, int width, COLORREF color, const char* tag);
     void RemoveGraphics(const char* tag);
