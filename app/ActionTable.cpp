@@ -53,8 +53,9 @@ std::span<const ActionRow> Menus::actions()
         {"file", "copyAsSeen", QT_TR_NOOP("보이는 대로 복사(&T)"), "Ctrl+Shift+C", picture, 0,
          &Window::copyAsSeen},
         {"file", nullptr, nullptr, "", none, 0, nullptr},
-        {"file", "previous", QT_TR_NOOP("이전 그림(&P)"), "PgUp", Needs::Pages, 0, &Window::previous},
-        {"file", "next", QT_TR_NOOP("다음 그림(&N)"), "PgDown", Needs::Pages, 0, &Window::next},
+        {"file", "previous", QT_TR_NOOP("이전 그림(&P)"), "PgUp;Ctrl+Left", Needs::Pages, 0,
+         &Window::previous},
+        {"file", "next", QT_TR_NOOP("다음 그림(&N)"), "PgDown;Ctrl+Right", Needs::Pages, 0, &Window::next},
         {"file", nullptr, nullptr, "", none, 0, nullptr},
         {"file", "quit", QT_TR_NOOP("끝내기(&X)"), "Ctrl+Q", none, 0, nullptr},
 
@@ -85,9 +86,8 @@ std::span<const ActionRow> Menus::actions()
          nullptr},
 
         {"process", "turn", nullptr, "", none, 0, nullptr},
-        {"turn", "rotateLeft", QT_TR_NOOP("왼쪽으로 90도 돌리기(&L)"), "Ctrl+Left", picture, 6605, nullptr},
-        {"turn", "rotateRight", QT_TR_NOOP("오른쪽으로 90도 돌리기(&R)"), "Ctrl+Right", picture, 6606,
-         nullptr},
+        {"turn", "rotateLeft", QT_TR_NOOP("왼쪽으로 90도 돌리기(&L)"), "Ctrl+[", picture, 6605, nullptr},
+        {"turn", "rotateRight", QT_TR_NOOP("오른쪽으로 90도 돌리기(&R)"), "Ctrl+]", picture, 6606, nullptr},
         {"turn", "rotate180", QT_TR_NOOP("180도 돌리기(&1)"), "", picture, 6609, nullptr},
         {"turn", "rotate", QT_TR_NOOP("임의로 돌리기(&F)..."), "", picture, 6610, nullptr},
         {"turn", nullptr, nullptr, "", none, 0, nullptr},

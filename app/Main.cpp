@@ -69,9 +69,11 @@ int runProgram(int argc, char** argv)
     QApplication::setWindowIcon(programIcon());
 
     // A rendered window looks the same whatever the operator has chosen before.
-    Preferences preferences = grabbing ? Preferences() : Preferences::read();
-    if (!options.language.isEmpty())
+    Preferences preferences = grabbing ? Preferences::first() : Preferences::read();
+    if (!options.language.isEmpty()) {
         preferences.language = options.language;
+        preferences.languageChosen = true;
+    }
     if (!options.theme.isEmpty())
         preferences.theme = options.theme;
     MainWindow window(preferences);

@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
@@ -75,7 +76,7 @@ MainWindow::MainWindow(Preferences preferences)
         box->open();
     };
 
-    const CKestView* const view = m_window->GetView();
+    CKestView* const view = m_window->GetView();
     connect(view, &CKestView::imageChanged, this, &MainWindow::updateActions);
     connect(view, &CKestView::trackerChanged, this, &MainWindow::updateActions);
     connect(view, &CKestView::trackerConfirmed, this, [this](int left, int top, int right, int bottom) {
@@ -83,12 +84,8 @@ MainWindow::MainWindow(Preferences preferences)
             tr("ROI를 확정했습니다: %1, %2 - %3, %4").arg(left).arg(top).arg(right).arg(bottom), 5000);
     });
     connect(m_window, &CKestWnd::commandSent, this, &MainWindow::updateActions);
-    // A file opened by the window's own button ends the list.
-    connect(m_window, &CKestWnd::imageOpened, this, [this](const QString& path) {
-        m_files = {QFileInfo(path).absoluteFilePath()};
-        m_index = 0;
-        shown(m_files.first());
-    });
+    m_window->SetCommandHandler([this](int command) { return runOwn(command); });
+    view->installEventFilter(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             applyTheme(m_preferences.theme);
@@ -96,7 +93,7 @@ MainWindow::MainWindow(Preferences preferences)
     resize(1280, 800);
     restoreGeometry(m_preferences.geometry);
     setTheme(m_preferences.theme);
-    setLanguage(m_preferences.language);
+    chooseLanguage(m_preferences.language);
     retranslate();
     shown({});
     m_window->setFocus(); // keys belong to the picture, not to the first button
@@ -131,8 +128,11 @@ bool MainWindow::showFile(const QString& file, QStringList& failures)
 {
     QString why;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const bool read = openPicture(*m_window, file, &why);
+    int bits = 8;
+    const bool read = openPicture(*m_window, file, &why, &bits);
     QApplication::restoreOverrideCursor();
+    if (read)
+        m_status->setFileBits(bits);
     if (!read) {
         failures << why;
         m_preferences.recent.removeAll(file);
@@ -228,6 +228,7 @@ void MainWindow::setTheme(const QString& name)
 void MainWindow::setLanguage(const QString& code)
 {
     m_preferences.language = code;
+    m_preferences.languageChosen = true;
     chooseLanguage(code);
     updateActions();
 }
@@ -235,6 +236,16 @@ void MainWindow::setLanguage(const QString& code)
 void MainWindow::report(const QString& message)
 {
     m_report(message);
+}
+
+/// The view claims the arrow keys for its region; with Ctrl they page.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride ||
+        !(static_cast<QKeyEvent*>(event)->modifiers() & Qt::ControlModifier))
+        return QMainWindow::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 void MainWindow::changeEvent(QEvent* event)

@@ -47,6 +47,7 @@ public:
     void setReporter(std::function<void(const QString&)> report) { m_report = std::move(report); }
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -65,6 +66,8 @@ private:
     QMenu* menu(const char* name) const;
     void trigger(const ActionRow& row);
 
+    bool runOwn(int command);
+
     // What the menus do (app/MainWindowActions.cpp)
     void open();
     void openResults();
@@ -74,6 +77,7 @@ private:
     void saveAsSeen();
     void copyPicture();
     void copyAsSeen();
+    void turn(int quarters);
     void previous();
     void next();
     void toggleToolBar();

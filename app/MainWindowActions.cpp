@@ -100,6 +100,17 @@ void MainWindow::copyAsSeen()
     statusBar()->showMessage(tr("화면을 복사했습니다."), 3000);
 }
 
+/// The window's own way keeps the picture's size and loses its corners.
+void MainWindow::turn(int quarters)
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const bool turned = turnPicture(*m_window, quarters);
+    QGuiApplication::restoreOverrideCursor();
+    m_window->ImageUpdate();
+    if (!turned)
+        report(tr("그림을 돌릴 메모리가 부족합니다."));
+}
+
 void MainWindow::previous()
 {
     page(-1);

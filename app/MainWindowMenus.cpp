@@ -18,6 +18,10 @@ namespace ormalux::viewer {
 namespace {
 
 constexpr char choiceProperty[] = "choice";
+constexpr int openCommand = 5500;
+constexpr int saveCommand = 5501;
+constexpr int turnLeftCommand = 6605;
+constexpr int turnRightCommand = 6606;
 
 bool isSubmenu(const ActionRow& row)
 {
@@ -90,8 +94,27 @@ void MainWindow::trigger(const ActionRow& row)
     updateActions();
 }
 
+/// Commands of the window that the viewer does better, from its buttons as from the menus.
+bool MainWindow::runOwn(int command)
+{
+    switch (command) {
+    case openCommand:
+        return open(), true;
+    case saveCommand:
+        return save(), true;
+    case turnLeftCommand:
+        return turn(-1), true;
+    case turnRightCommand:
+        return turn(1), true;
+    default:
+        return false;
+    }
+}
+
 void MainWindow::retranslate()
 {
+    m_window->SetCommandTip(openCommand, tr("그림 파일 열기"));
+    m_window->SetCommandTip(saveCommand, tr("그림 파일 저장"));
     for (const MenuRow& row : Menus::rows())
         menu(row.name)->setTitle(Menus::tr(row.text));
     for (const auto& [action, row] : m_actions)
@@ -120,8 +143,11 @@ void MainWindow::updateActions()
             return true;
         }
     };
-    for (const auto& [action, row] : m_actions)
+    for (const auto& [action, row] : m_actions) {
         action->setEnabled(met(row->needs));
+        if (row->command)
+            m_window->EnableCommand(row->command, met(row->needs)); // its button is the menu's entry
+    }
     const std::pair<const char*, bool> checks[] = {{"overlays", m_window->GetView()->IsOverlayVisible() == 1},
                                                    {"toolBar", m_preferences.toolBar},
                                                    {"statusBar", m_preferences.statusBar}};

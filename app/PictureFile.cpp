@@ -11,27 +11,71 @@
 #include <QImageWriter>
 #include <QPainter>
 #include <QSaveFile>
+#include <QtEndian>
 
 namespace ormalux::viewer {
 
 namespace {
 
 constexpr qint64 largestPicture = qint64(512) << 20; // pixels; the display module refuses more
+constexpr qint64 largestFile = qint64(4) << 30;      // bytes; the largest picture in colour takes less
 
 struct Texts
 {
     Q_DECLARE_TR_FUNCTIONS(PictureFile)
 };
 
-QString whyUnreadable(const QString& path)
+/// Why a path is not even looked into: a pipe would be waited for, a device never ends. Empty when it is.
+QString whyNotOpened(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.exists())
         return Texts::tr("파일을 찾을 수 없습니다.");
     if (file.isDir())
         return Texts::tr("폴더에 그림 파일이 없습니다.");
+    if (!file.isFile())
+        return Texts::tr("파일이 아니라 장치나 파이프입니다.");
+    if (file.size() == 0)
+        return Texts::tr("읽을 수 있는 그림 파일이 아닙니다.");
+    if (file.size() > largestFile)
+        return Texts::tr("파일이 너무 큽니다 (최대 4 GB).");
     if (!QFile(path).open(QIODevice::ReadOnly))
         return Texts::tr("파일을 읽을 권한이 없습니다.");
+    return {};
+}
+
+/// Whether a BMP ends before its pixels do: the toolkit would show the rest in black.
+bool isCutBmp(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray head = file.read(54);
+    const auto* const bytes = reinterpret_cast<const uchar*>(head.constData());
+    if (head.size() < 54 || !head.startsWith("BM"))
+        return false;
+    const auto word = [bytes](int at) { return qint64(qFromLittleEndian<quint32>(bytes + at)); };
+    const auto half = [bytes](int at) { return qint64(qFromLittleEndian<quint16>(bytes + at)); };
+    const bool old = word(14) == 12; // a header of 16-bit sizes
+    const qint64 width = old ? half(18) : qint64(qint32(word(18)));
+    const qint64 height = old ? half(20) : qAbs(qint64(qint32(word(22))));
+    const qint64 bits = old ? half(24) : half(28);
+    const qint64 compression = old ? 0 : word(30);
+    if (width <= 0 || height <= 0 || width * height > largestPicture || bits < 1 || bits > 32)
+        return false;
+    if (compression == 1 || compression == 2) // runs; their length stands in the header
+        return word(10) + word(34) > file.size();
+    const qint64 stride = (width * bits + 31) / 32 * 4;
+    // The last row may lack its padding.
+    return word(10) + stride * (height - 1) + (width * bits + 7) / 8 > file.size();
+}
+
+QString whyUnreadable(const QString& path)
+{
+    if (const QString reason = whyNotOpened(path); !reason.isEmpty())
+        return reason;
+    if (isCutBmp(path))
+        return Texts::tr("파일이 중간에 끊겨 있습니다.");
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
@@ -60,6 +104,27 @@ bool needsDecoding(const QImageReader& reader)
     }
 }
 
+/// The bits of a channel; 8 where the kind of file does not tell.
+int channelBits(QImage::Format format)
+{
+    switch (format) {
+    case QImage::Format_Grayscale16:
+    case QImage::Format_RGBX64:
+    case QImage::Format_RGBA64:
+    case QImage::Format_RGBA64_Premultiplied:
+    case QImage::Format_RGBX16FPx4:
+    case QImage::Format_RGBA16FPx4:
+    case QImage::Format_RGBA16FPx4_Premultiplied:
+        return 16;
+    case QImage::Format_RGBX32FPx4:
+    case QImage::Format_RGBA32FPx4:
+    case QImage::Format_RGBA32FPx4_Premultiplied:
+        return 32;
+    default:
+        return 8;
+    }
+}
+
 bool isGray(const QImage& image)
 {
     if (image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_Grayscale16)
@@ -83,11 +148,15 @@ bool show(CKestWnd& window, const QImage& decoded)
     return window.GetImagePtr() != nullptr;
 }
 
-bool load(CKestWnd& window, const QString& path)
+bool load(CKestWnd& window, const QString& path, int* bits)
 {
+    if (!whyNotOpened(path).isEmpty() || isCutBmp(path))
+        return false;
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
+    if (bits)
+        *bits = channelBits(reader.imageFormat());
     const QSize size = reader.size();
     if (qint64(size.width()) * size.height() > largestPicture)
         return false;
@@ -124,12 +193,19 @@ QString notWritten(const QString& path)
 
 } // namespace
 
-bool openPicture(CKestWnd& window, const QString& path, QString* why)
+bool openPicture(CKestWnd& window, const QString& path, QString* why, int* bits)
 {
-    if (load(window, path))
+    if (load(window, path, bits))
         return true;
     *why = QDir::toNativeSeparators(path) + "\n\n" + whyUnreadable(path);
     return false;
+}
+
+bool turnPicture(CKestWnd& window, int quarters)
+{
+    const QImage picture = pictureOf(window);
+    const QImage turned = picture.transformed(QTransform().rotate(90 * quarters));
+    return !turned.isNull() && show(window, turned);
 }
 
 bool savePicture(CKestWnd& window, const QString& path, QString* why)

@@ -7,10 +7,14 @@ class CKestWnd;
 
 namespace ormalux::viewer {
 
-/// Shows a picture file of any kind, upright and in its own gray levels or colours, at the fit zoom. False
-/// with the picture as it was when that fails; why then says it in the operator's language and names the
-/// file.
-bool openPicture(CKestWnd& window, const QString& path, QString* why);
+/// Shows a picture file of any kind, upright and in its own gray levels or colours, at the fit zoom. bits,
+/// when given, becomes how many bits a channel has in the file. False with the picture as it was when that
+/// fails; why then says it in the operator's language and names the file.
+bool openPicture(CKestWnd& window, const QString& path, QString* why, int* bits = nullptr);
+
+/// Turns the picture by quarters, clockwise, every pixel exactly; width and height change places. Shown at
+/// the fit zoom. False with the picture as it was when there is none or memory is short.
+bool turnPicture(CKestWnd& window, int quarters);
 
 /// Writes the picture alone as a file of the kind that the path's ending names. A file is written whole or
 /// not at all. False when that fails; why then says it.

@@ -1,5 +1,6 @@
 #include "app/Preferences.h"
 
+#include <QLocale>
 #include <QSettings>
 
 namespace ormalux::viewer {
@@ -8,21 +9,38 @@ namespace {
 
 constexpr int recentFiles = 10;
 
-QString oneOf(const QSettings& settings, const char* key, const QStringList& known)
+const QStringList languages{"ko", "en"};
+
+QString oneOf(const QSettings& settings, const char* key, const QStringList& known, const QString& otherwise)
 {
     const QString value = settings.value(QLatin1String(key)).toString();
-    return known.contains(value) ? value : known.first();
+    return known.contains(value) ? value : otherwise;
+}
+
+/// The first language that the desktop asks for.
+QString languageOfDesktop()
+{
+    const QString wanted = QLocale::system().uiLanguages().value(0).toLower();
+    return wanted == QLatin1String("ko") || wanted.startsWith(QLatin1String("ko-")) ? "ko" : "en";
 }
 
 } // namespace
 
+Preferences Preferences::first()
+{
+    Preferences first;
+    first.language = languageOfDesktop();
+    return first;
+}
+
 Preferences Preferences::read()
 {
     const QSettings settings;
-    Preferences read;
+    Preferences read = first();
     read.m_kept = true;
-    read.language = oneOf(settings, "language", {"ko", "en"});
-    read.theme = oneOf(settings, "theme", {"system", "light", "dark"});
+    read.languageChosen = languages.contains(settings.value("language").toString());
+    read.language = oneOf(settings, "language", languages, read.language);
+    read.theme = oneOf(settings, "theme", {"system", "light", "dark"}, read.theme);
     read.geometry = settings.value("geometry").toByteArray();
     read.toolBar = settings.value("toolBar", true).toBool();
     read.statusBar = settings.value("statusBar", true).toBool();
@@ -37,7 +55,8 @@ void Preferences::write() const
     if (!m_kept)
         return;
     QSettings settings;
-    settings.setValue("language", language);
+    if (languageChosen)
+        settings.setValue("language", language);
     settings.setValue("theme", theme);
     settings.setValue("geometry", geometry);
     settings.setValue("toolBar", toolBar);

@@ -10,6 +10,7 @@ namespace ormalux::viewer {
 struct Preferences
 {
     QString language = QStringLiteral("ko");
+    bool languageChosen = false; ///< by the operator; else it is the desktop's
     QString theme = QStringLiteral("system");
     QByteArray geometry;
     bool toolBar = true;
@@ -17,6 +18,8 @@ struct Preferences
     QString folder;     ///< where files were last opened
     QStringList recent; ///< the latest first
 
+    /// An operator's who has chosen nothing yet: the texts are Korean on a Korean desktop, else English.
+    static Preferences first();
     /// From the operator's settings; what stands there wrongly counts as absent. Only preferences read this
     /// way are ever written.
     static Preferences read();

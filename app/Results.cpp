@@ -18,8 +18,6 @@ namespace {
 
 constexpr char tag[] = "RESULTS";
 constexpr qint64 largestFile = qint64(256) << 20;
-constexpr int labelSize = 12;
-constexpr int readableLabels = 150; // more numbers than this hide the picture
 
 struct Texts
 {
@@ -59,11 +57,11 @@ std::optional<std::array<int, Count>> coordinates(const QJsonObject& record,
     return found;
 }
 
-QString labelOf(const QJsonObject& record, bool numbered)
+QString labelOf(const QJsonObject& record)
 {
     if (record.contains(QLatin1String("character")))
         return record.value(QLatin1String("character")).toString();
-    if (!numbered || !record.contains(QLatin1String("number")))
+    if (!record.contains(QLatin1String("number")))
         return {};
     const QString number = QString::number(record.value(QLatin1String("number")).toInt());
     const QJsonValue yield = record.value(QLatin1String("yield"));
@@ -75,17 +73,15 @@ void drawBox(CKestWnd& window, const std::array<int, 4>& box, const QString& lab
 {
     const auto [left, top, right, bottom] = box;
     window.AddRectangle(left - 1, top - 1, right + 2, bottom + 2, 0, 1, color, tag);
-    if (label.isEmpty())
-        return;
-    const int above = top - labelSize - 4;
-    window.AddText(left, above >= 0 ? above : bottom + 2, label.toUtf8().constData(), labelSize, color, tag);
+    window.AddLabel(CRect(left - 1, top - 1, right + 2, bottom + 2), LABEL_ABOVE, label.toUtf8().constData(),
+                    color, tag);
 }
 
-bool drawRecord(CKestWnd& window, const QJsonObject& record, const QString& list, bool numbered)
+bool drawRecord(CKestWnd& window, const QJsonObject& record, const QString& list)
 {
     const COLORREF color = colorOf(list);
     if (const auto box = coordinates<4>(record, {"left", "top", "right", "bottom"})) {
-        drawBox(window, *box, labelOf(record, numbered), color);
+        drawBox(window, *box, labelOf(record), color);
         return true;
     }
     if (const auto line = coordinates<4>(record, {"x1", "y1", "x2", "y2"})) {
@@ -108,7 +104,7 @@ int drawLists(CKestWnd& window, const QJsonValue& value, const QString& name)
         const QJsonArray list = value.toArray();
         for (const QJsonValue& entry : list) {
             const QJsonObject record = entry.toObject();
-            if (drawRecord(window, record, name, list.size() <= readableLabels))
+            if (drawRecord(window, record, name))
                 ++drawn;
             else
                 drawn += drawLists(window, record, name);
@@ -144,11 +140,13 @@ QString whyUnreadable(const QString& path, QList<QJsonObject>& objects)
     QFile file(path);
     if (!file.exists())
         return Texts::tr("파일을 찾을 수 없습니다.");
+    if (!QFileInfo(path).isFile()) // a pipe would be waited for, a device never ends
+        return Texts::tr("파일이 아니라 장치나 파이프입니다.");
     if (!file.open(QIODevice::ReadOnly))
         return Texts::tr("파일을 읽을 수 없습니다.");
     if (file.size() > largestFile)
         return Texts::tr("결과 파일이 너무 큽니다.");
-    return objectsOf(file.readAll(), objects) ? QString() : Texts::tr("결과 파일(JSON)이 아닙니다.");
+    return objectsOf(file.read(file.size()), objects) ? QString() : Texts::tr("결과 파일(JSON)이 아닙니다.");
 }
 
 } // namespace

@@ -13,9 +13,13 @@ StatusLine::StatusLine(QStatusBar& bar, CKestWnd& window) : QObject(&bar), m_bar
     m_bar.addWidget(m_pixel);
     m_page = field("page", QString());
     m_picture = field("picture", QStringLiteral("20000 x 20000  24 bit"));
+    m_loss = field("loss", QString());
+    QFont striking = m_loss->font();
+    striking.setBold(true);
+    m_loss->setFont(striking);
     m_region = field("region", QStringLiteral("ROI 2000, 2000 - 2000, 2000 (2000 x 2000)"));
     m_zoom = field("zoom", QStringLiteral("2500.0 %"));
-    for (QLabel* const label : {m_page, m_region, m_picture, m_zoom})
+    for (QLabel* const label : {m_loss, m_page, m_region, m_picture, m_zoom})
         m_bar.addPermanentWidget(label);
 
     const CKestView* const view = window.GetView();
@@ -43,6 +47,21 @@ void StatusLine::setPage(int index, int count)
     m_page->setText(QStringLiteral("%1 / %2").arg(index + 1).arg(count));
 }
 
+void StatusLine::setFileBits(int bits)
+{
+    m_fileBits = bits;
+    showLoss();
+}
+
+void StatusLine::showLoss()
+{
+    m_loss->setVisible(m_fileBits > 8);
+    m_loss->setText(tr("%1비트를 8비트로 줄였습니다").arg(m_fileBits));
+    m_loss->setToolTip(
+        tr("파일에는 채널마다 %1비트가 있습니다. 보이고 재고 저장하는 것은 8비트로 줄인 그림입니다.")
+            .arg(m_fileBits));
+}
+
 void StatusLine::retranslate()
 {
     m_pixel->setAccessibleName(tr("마우스 아래의 화소"));
@@ -52,6 +71,7 @@ void StatusLine::retranslate()
     m_zoom->setAccessibleName(tr("배율"));
     showPixel(-1, -1, 0);
     showPicture();
+    showLoss();
     showRegion();
 }
 

@@ -19,12 +19,16 @@ public:
 
     /// The place in the list, from 0; nothing is shown for a list of one.
     void setPage(int index, int count);
+    /// How many bits a channel of the picture has in its file; what is lost of more than 8 is said until the
+    /// next picture.
+    void setFileBits(int bits);
     /// Writes every text again, after the language has changed.
     void retranslate();
 
 private:
     void showPixel(int x, int y, unsigned int value);
     void showPicture();
+    void showLoss();
     void showZoom();
     void showRegion();
     QLabel* field(const char* name, const QString& widest);
@@ -34,10 +38,12 @@ private:
     QLabel* m_pixel;
     QLabel* m_page;
     QLabel* m_picture;
+    QLabel* m_loss;
     QLabel* m_region;
     QLabel* m_zoom;
     int m_index = 0;
     int m_count = 0;
+    int m_fileBits = 8;
 };
 
 } // namespace ormalux::viewer

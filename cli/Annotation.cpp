@@ -10,8 +10,6 @@ namespace ormalux::cli {
 
 namespace {
 
-constexpr int labelSize = 12;
-
 QImage canvasOf(Workpiece& work)
 {
     const CKestImage24& color = work.color;
@@ -39,10 +37,8 @@ void writeAnnotated(const std::string& name, Workpiece& work)
 void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const std::string& label)
 {
     shapes.AddRectangle(box.left - 1, box.top - 1, box.right + 2, box.bottom + 2, 0, 1, color, "result");
-    if (label.empty())
-        return;
-    const int above = box.top - labelSize - 4;
-    shapes.AddText(box.left, above >= 0 ? above : box.bottom + 2, label.c_str(), labelSize, color, "result");
+    shapes.AddLabel({box.left - 1, box.top - 1, box.right + 2, box.bottom + 2}, LABEL_ABOVE, label.c_str(),
+                    color, "result");
 }
 
 } // namespace ormalux::cli

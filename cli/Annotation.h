@@ -10,7 +10,8 @@ namespace ormalux::cli {
 /// InputError. A colour picture keeps its colours as long as no step changed its size.
 void writeAnnotated(const std::string& name, Workpiece& work);
 
-/// A box around the inclusive rectangle with a small label above it (below at the top edge).
+/// A box around the inclusive rectangle with a small label above it, or beside it where that
+/// place is taken.
 void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const std::string& label);
 
 } // namespace ormalux::cli

@@ -7,10 +7,8 @@
 #include "ui_BlobDlg.h"
 
 #include <QAction>
-#include <QRectF>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -23,12 +21,6 @@ namespace {
 
 constexpr int listedBlobs = 100000;
 constexpr std::size_t drawnBoxes = 10000;
-/// More numbers than this hide the picture.
-constexpr std::size_t readableNumbers = 150;
-// On the screen, whatever the zoom.
-constexpr int numberHeight = 12;
-constexpr double digitWidth = 0.6 * numberHeight;
-constexpr double lineHeight = 1.2 * numberHeight;
 
 } // namespace
 
@@ -42,10 +34,6 @@ CBlobDlg::CBlobDlg(ormalux::ToolHost& host, QWidget* parent)
     attach("CBlobDlg", m_ui->buttons, m_ui->results);
     connect(m_ui->level, &ormalux::ThresholdGroup::changed, this, &CBlobDlg::refresh);
     connect(m_ui->objectWhite, &QRadioButton::toggled, this, &CBlobDlg::refresh);
-    connect(&host, &ormalux::ToolHost::zoomChanged, this, [this] {
-        if (isVisible() && results()->results().rows.size() <= readableNumbers)
-            draw();
-    });
     connect(m_ui->sort, &QComboBox::currentIndexChanged, this, &CBlobDlg::refresh);
     connect(m_ui->buttons, &ormalux::ToolButtonRow::cancelAsked, this, [this] {
         forget();
@@ -177,27 +165,18 @@ void CBlobDlg::draw()
     host().repaint();
 }
 
-/// The chosen blob's number and, of the others, those that overlap none before them at this zoom.
+/// The chosen blob's number first: it takes its place before the others do.
 void CBlobDlg::drawNumbers()
 {
     const auto& rows = results()->results().rows;
-    const double zoom = host().zoom();
-    std::vector<QRectF> taken;
     const auto draw = [&](std::size_t i, COLORREF color) {
         const CRect& box = rows[i].box;
-        const std::string number = std::to_string(i + 1);
-        const LONG above = box.top - LONG(std::ceil((numberHeight + 4) / zoom));
-        const LONG top = above >= 0 ? above : box.bottom + 1 + LONG(std::ceil(1 / zoom));
-        const QRectF place(QPointF(box.left, top) * zoom,
-                           QSizeF(digitWidth * double(number.size()), lineHeight));
-        if (std::any_of(taken.begin(), taken.end(), [&](const QRectF& r) { return r.intersects(place); }))
-            return;
-        taken.push_back(place);
-        host().addText(layer(), {box.left, top}, number, numberHeight, color);
+        host().addLabel(layer(), {box.left, box.top, box.right + 1, box.bottom + 1},
+                        ormalux::LabelPlace::Above, std::to_string(i + 1), color);
     };
     if (m_chosen >= 0)
         draw(std::size_t(m_chosen), strokes::chosen.color);
-    for (std::size_t i = 0; i < rows.size() && rows.size() <= readableNumbers; ++i)
+    for (std::size_t i = 0; i < std::min(rows.size(), drawnBoxes); ++i)
         if (int(i) != m_chosen)
             draw(i, strokes::blob.color);
 }

@@ -10,7 +10,6 @@ namespace {
 constexpr const char* patternLayer = "PATTERN_MATCH";
 constexpr COLORREF boxColor = RGB(255, 230, 0);
 constexpr COLORREF textColor = 255;
-constexpr int textSize = 12;
 
 } // namespace
 
@@ -22,7 +21,7 @@ CMatchDlg::CMatchDlg(ormalux::ToolHost& host, QWidget* parent)
     m_ui->pattern->setKind(ormalux::SourceKind::Pattern);
     attach("CMatchDlg", m_ui->buttons, m_ui->results);
     attachSearch(m_ui->level, m_ui->pattern, m_ui->run, m_ui->buttons);
-    clearFound();
+    results()->setResults(MatchTool::list({}, {}), titles());
     m_ui->areaNote->hide();
     const auto again = [this] { refresh(); };
     connect(m_ui->below, &QSpinBox::valueChanged, this, again);
@@ -72,9 +71,9 @@ void CMatchDlg::showFound(const MatchTool::Found& found, const CRect& area)
     results()->setResults(list, titles());
     const CRect& box = list.rows.front().box;
     host().addRectangle(patternLayer, box, {boxColor});
-    host().addText(patternLayer, {box.left, box.top},
-                   QStringLiteral("%1 %").arg(100 * ormalux::yieldOf(*found.best), 0, 'f', 1).toStdString(),
-                   textSize, textColor);
+    host().addLabel(patternLayer, box, ormalux::LabelPlace::Corner,
+                    QStringLiteral("%1 %").arg(100 * ormalux::yieldOf(*found.best), 0, 'f', 1).toStdString(),
+                    textColor);
     host().repaint();
 }
 
@@ -95,4 +94,6 @@ void CMatchDlg::retranslate()
 {
     m_ui->retranslateUi(this);
     m_ui->pattern->retranslate();
+    if (m_ui->pattern->paths().empty())
+        results()->setResults(MatchTool::list({}, {}), titles()); // no search will
 }

@@ -13,7 +13,6 @@ constexpr const char* characterLayer = "OCR_MATCH";
 constexpr COLORREF boxColor = RGB(64, 160, 255);
 constexpr COLORREF chosenColor = RGB(255, 230, 0);
 constexpr COLORREF textColor = 255;
-constexpr int textSize = 12;
 constexpr int characterColumn = 1;
 constexpr int textLines = 2; ///< of the text read that are seen without scrolling
 
@@ -29,7 +28,7 @@ COcrMatchDlg::COcrMatchDlg(ormalux::ToolHost& host, QWidget* parent)
                                m_ui->text->horizontalScrollBar()->sizeHint().height() + 12);
     attach("COcrMatchDlg", m_ui->buttons, m_ui->results);
     attachSearch(m_ui->level, m_ui->characters, m_ui->run, m_ui->buttons);
-    clearFound();
+    results()->setResults(OcrMatchTool::list({}), titles());
     for (QSpinBox* const size : {m_ui->minWidth, m_ui->maxWidth, m_ui->minHeight, m_ui->maxHeight})
         connect(size, &QSpinBox::valueChanged, this, [this] { refresh(); });
 }
@@ -88,8 +87,8 @@ void COcrMatchDlg::draw(int chosen)
     const auto& rows = results()->results().rows;
     for (const auto& row : rows) {
         host().addRectangle(characterLayer, row.box, {boxColor});
-        host().addText(characterLayer, {row.box.left, row.box.bottom + 1}, // below: the character stays seen
-                       std::get<std::string>(row.values[characterColumn]), textSize, textColor);
+        host().addLabel(characterLayer, row.box, ormalux::LabelPlace::Below, // the character stays seen
+                        std::get<std::string>(row.values[characterColumn]), textColor);
     }
     if (chosen >= 0 && std::size_t(chosen) < rows.size())
         host().addRectangle(characterLayer, rows[std::size_t(chosen)].box, {chosenColor, 3});
@@ -114,4 +113,6 @@ void COcrMatchDlg::retranslate()
 {
     m_ui->retranslateUi(this);
     m_ui->characters->retranslate();
+    if (m_ui->characters->paths().empty())
+        results()->setResults(OcrMatchTool::list({}), titles()); // no search will
 }

@@ -16,13 +16,25 @@ void SearchDlg::attachSearch(ThresholdGroup* level, SourceList* sources, QPushBu
     m_level = level;
     m_sources = sources;
     connect(level, &ThresholdGroup::changed, this, &SearchDlg::refresh);
-    connect(sources, &SourceList::changed, this, &SearchDlg::refresh);
+    connect(sources, &SourceList::changed, this, [this] {
+        if (m_sources->paths().empty())
+            forget();
+        refresh();
+    });
     connect(sources, &SourceList::refused, this, [this](const QString& message) { setMessage(message); });
     connect(run, &QPushButton::clicked, this, [this] {
+        if (m_sources->paths().empty())
+            return; // Deliberate: results and drawings stay; stations rely on it
         m_sources->reload();
         refresh();
     });
     connect(buttons, &ToolButtonRow::cancelAsked, this, [this] { setMessage(tr("취소했습니다.")); });
+}
+
+void SearchDlg::forget()
+{
+    background().cancel();
+    clearFound();
 }
 
 void SearchDlg::refresh()
@@ -33,12 +45,12 @@ void SearchDlg::refresh()
     if (picture)
         m_level->showValue(levelOf(*picture, area));
     read();
-    if (!picture || m_sources->paths().empty()) {
-        background().cancel();
-        clearFound();
-        return setMessage(picture ? grayFormNote() : tr("영상이 없습니다."));
-    }
-    setMessage(grayFormNote());
+    const bool searches = !m_sources->paths().empty();
+    if (!picture && searches)
+        forget();
+    setMessage(picture ? grayFormNote() : tr("영상이 없습니다."));
+    if (!picture || !searches)
+        return;
     if (!runSoon(search(picture, area)))
         clearFound(); // what was found before is not what is looked for now
 }

@@ -25,6 +25,7 @@ protected:
 
     /// Connects the shared controls; to be called once, after attach().
     void attachSearch(ThresholdGroup* level, SourceList* sources, QPushButton* run, ToolButtonRow* buttons);
+    /// Searches anew. Without a source nothing is searched, and what is listed and drawn stays.
     void refresh() final;
 
     /// The level that the tool last read takes for the picture.
@@ -35,6 +36,8 @@ protected:
     virtual void clearFound() = 0;
 
 private:
+    void forget();
+
     ThresholdGroup* m_level = nullptr;
     SourceList* m_sources = nullptr;
 };

@@ -22,6 +22,15 @@ struct Stroke
     int style = 0; ///< 0 solid, 1 dash, 2 dot
 };
 
+/// Where a label stands unless that place is taken: left above its box, left below it, or in its left top
+/// corner.
+enum class LabelPlace
+{
+    Above,
+    Below,
+    Corner
+};
+
 /// What a tool sees of the window that shows the picture. All coordinates are pixels of the picture as seen.
 /// Everything belongs to the application's thread, but the pictures handed out may be read by any.
 class ToolHost : public QObject
@@ -66,8 +75,9 @@ public:
     virtual void addLine(const char* layer, POINT from, POINT to, Stroke stroke) = 0;
     virtual void addRectangle(const char* layer, const RECT& rect, Stroke stroke) = 0;
     virtual void addCross(const char* layer, POINT center, int arm, Stroke stroke) = 0;
-    virtual void addText(const char* layer, POINT position, const std::string& text, int height,
-                         COLORREF color) = 0;
+    /// A short text about the rectangle. Labels do not cover each other; one without room is left out.
+    virtual void addLabel(const char* layer, const RECT& rect, LabelPlace place, const std::string& text,
+                          COLORREF color) = 0;
     virtual void repaint() = 0;
     /// Scrolls so that the rectangle can be seen.
     virtual void reveal(const RECT& rect) = 0;

@@ -102,6 +102,16 @@ void CDrawObjArray::AddText(int x, int y, const char* text, int size, COLORREF c
         m_shapes->add(shape, tag, text);
 }
 
+void CDrawObjArray::AddLabel(const RECT& box, LABEL_PLACE place, const char* text, COLORREF color,
+                             const char* tag)
+{
+    const int known = place == LABEL_BELOW || place == LABEL_CORNER ? place : LABEL_ABOVE;
+    if (m_shapes && text && *text)
+        m_shapes->add(
+            ordered(shapeOf(ShapeKind::Label, known, 1, color), box.left, box.top, box.right, box.bottom),
+            tag, text);
+}
+
 void CDrawObjArray::AddCrossLine(int x, int y, int arm, int style, int width, COLORREF color, const char* tag)
 {
     Shape shape = placed(shapeOf(ShapeKind::Cross, style, width, color), x, y, x, y);

@@ -9,6 +9,15 @@ namespace ormalux {
 class ShapeList;
 }
 
+/// Where a label stands before another place is looked for: left above its box, left below it, or with its
+/// left top corner in that of the box.
+enum LABEL_PLACE : int
+{
+    LABEL_ABOVE = 0,
+    LABEL_BELOW = 1,
+    LABEL_CORNER = 2
+};
+
 /// The vector shapes that a view draws over its picture: lines, arrows, rectangles, ellipses, crosses and
 /// texts, added in image coordinates by a host or a tool and removed by their tags.
 ///
@@ -53,6 +62,12 @@ public:
     /// Draws the shapes whose device box meets clip (null: all of them) in their order. A shape's device
     /// point is its image point times the zoom, truncated. The painter's state is as before afterwards.
     virtual void Draw(CDC* dc, float zoom_x, float zoom_y, RECT* clip);
+
+    /// A short text that says what a box stands for, in letters of 12 device pixels with a thin halo, dark or
+    /// bright, that tells them from any picture. Labels are drawn over all other shapes and never over each
+    /// other: one whose place is taken moves to another side of its box, and one that finds none is left out
+    /// until zoom or scrolling make room. They leave most of the picture free; an empty text adds nothing.
+    void AddLabel(const RECT& box, LABEL_PLACE place, const char* text, COLORREF color, const char* tag);
 
     int GetCount() const;
     /// The shapes that the list reports room for: a multiple of 100.

@@ -4,6 +4,7 @@
 #include "view/ViewPainter.h"
 #include "view/ViewState.h"
 #include "view/ViewTracker.h"
+#include "view/XorFigures.h"
 
 #include <QPaintEvent>
 #include <QPainter>

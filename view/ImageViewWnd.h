@@ -132,6 +132,7 @@ public:
     void AddCrossLine(CPoint center, int arm, int style, int width, COLORREF color, const char* tag);
     void AddText(int x, int y, const char* text, int size, COLORREF color, const char* tag);
     void AddText(CPoint at, const char* text, int size, COLORREF color, const char* tag);
+    void AddLabel(const CRect& box, LABEL_PLACE place, const char* text, COLORREF color, const char* tag);
     /// Deliberate: adds nothing; callers rely on no polyline ever being drawn.
     void AddPolyline(POINT* points, int count, int style, int width, COLORREF color, const char* tag);
     void RemoveGraphics(const char* tag);
@@ -190,6 +191,15 @@ public:
     /// window's.
     bool SendCommand(int command);
 
+    /// The host's own way of running commands: asked first for every one that a button, a menu item, a key or
+    /// SendCommand runs; where it returns true the window does nothing more. Null takes it away.
+    void SetCommandHandler(std::function<bool(int command)> handler);
+    /// While false the button, menu items and key of a command are disabled, also where the window itself
+    /// would allow it; SendCommand runs it all the same.
+    void EnableCommand(int command, bool enable);
+    /// What a button's tip says in place of the window's own text, which an empty one brings back.
+    void SetCommandTip(int command, const QString& tip);
+
     // Sizes (view/ImageViewWnd.cpp)
 
     QSize sizeHint() const override;
@@ -213,6 +223,7 @@ private:
     void placeView();
     void showState();
     bool canSend(int command) const;
+    bool hostRuns(int command) const;
     void onOwnThread(const std::function<void(CKestView&)>& action);
     bool edit(const std::function<void(CKestImage&)>& gray, const std::function<void(CKestImage24&)>& color,
               ormalux::ColorRows rows);

@@ -9,6 +9,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 using ormalux::CommandKind;
 
@@ -108,8 +109,34 @@ const Row* rowOf(std::span<const Row> rows, int command)
 
 } // namespace
 
+void CKestWnd::SetCommandHandler(std::function<bool(int command)> handler)
+{
+    m->handler = std::move(handler);
+}
+
+void CKestWnd::EnableCommand(int command, bool enable)
+{
+    const bool changed = enable ? m->disabled.erase(command) > 0 : m->disabled.insert(command).second;
+    if (changed)
+        showState();
+}
+
+void CKestWnd::SetCommandTip(int command, const QString& tip)
+{
+    m->toolbar->setTip(command, tip);
+}
+
+/// A copy of the handler runs: it may replace itself.
+bool CKestWnd::hostRuns(int command) const
+{
+    const auto handler = m->handler;
+    return handler && handler(command);
+}
+
 bool CKestWnd::canSend(int command) const
 {
+    if (m->disabled.count(command) > 0)
+        return false;
     switch (ormalux::kindOf(command)) {
     case CommandKind::View:
         return true;
@@ -125,6 +152,8 @@ bool CKestWnd::SendCommand(int command)
     if (QThread::currentThread() != thread())
         return false;
     const CommandKind kind = ormalux::kindOf(command);
+    if (hostRuns(command))
+        return Q_EMIT commandSent(command), true;
     if (const auto* const handler = rowOf<Handler>(handlers, command))
         handler->run(*this);
     else if (const auto* const step = rowOf<OneStep>(oneSteps, command))

@@ -91,6 +91,12 @@ void CKestWnd::AddText(int x, int y, const char* text, int size, COLORREF color,
     HeldOverlays(*m->view)->AddText(x, y, text, size, color, tag);
 }
 
+void CKestWnd::AddLabel(const CRect& box, LABEL_PLACE place, const char* text, COLORREF color,
+                        const char* tag)
+{
+    HeldOverlays(*m->view)->AddLabel(box, place, text, color, tag);
+}
+
 void CKestWnd::AddText(CPoint at, const char* text, int size, COLORREF color, const char* tag)
 {
     AddText(at.x, at.y, text, size, color, tag);

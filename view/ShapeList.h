@@ -18,7 +18,8 @@ enum class ShapeKind : std::uint8_t
     Rectangle,
     Ellipse,
     Cross,
-    Text
+    Text,
+    Label ///< a text for the rectangle; its style is the place wished
 };
 
 /// A shape in image coordinates; tag and text lie in the list's pools.

@@ -1,19 +1,23 @@
 #include "view/ShapePainter.h"
 
 #include "view/ClippedLines.h"
+#include "view/LabelPlacer.h"
 #include "view/PenCache.h"
 #include "view/ShapeList.h"
 #include "view/TextMasks.h"
 #include "view/ThinShapes.h"
 
 #include <QFont>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <new>
 #include <numbers>
+#include <vector>
 
 namespace ormalux {
 
@@ -46,10 +50,16 @@ public:
     {
         for (const Shape& shape : m_list.shapes()) {
             const Box box = boxOf(shape);
-            if (box.meets(m_clip))
+            if (!box.meets(m_clip))
+                continue;
+            if (shape.kind != ShapeKind::Label)
                 drawOne(shape, box);
+            else if (m_labels.size() < LabelPlacer::tried)
+                m_labels.push_back({&shape, {int(box.left), int(box.top), int(box.right), int(box.bottom)}});
         }
         m_lines.flush();
+        if (!m_labels.empty() && qGuiApp)
+            drawLabels();
     }
 
 private:
@@ -146,21 +156,83 @@ private:
         if (!qGuiApp)
             return;
         m_lines.flush();
-        const std::string_view text = m_list.text(shape);
-        const int height = std::abs(shape.extent);
+        write(m_list.text(shape), shape.extent, double(box.left), double(box.top), toQColor(shape.color));
+    }
+
+    /// The text with its left top corner at the point.
+    void write(std::string_view text, int extent, double x, double y, const QColor& color)
+    {
+        const int height = std::abs(extent);
         if (m_lines.canvas() && height <= tallestMask) {
             const DeviceCanvas& canvas = *m_lines.canvas();
             const auto mask = textMask(text, height, canvas.scale);
-            return blendMask(canvas, canvas.column(double(box.left)) + mask->left,
-                             canvas.row(double(box.top)) + mask->top, *mask, toQColor(shape.color).rgb());
+            return blendMask(canvas, canvas.column(x) + mask->left, canvas.row(y) + mask->top, *mask,
+                             color.rgb());
         }
         m_selected = false;
-        m_painter.setPen(toQColor(shape.color));
-        if (m_painter.font() != cachedFont(shape.extent))
-            m_painter.setFont(cachedFont(shape.extent));
-        m_painter.drawText(QPointF(double(box.left), double(box.top) + fontAscent(shape.extent)),
+        m_painter.setPen(color);
+        if (m_painter.font() != cachedFont(extent))
+            m_painter.setFont(cachedFont(extent));
+        m_painter.drawText(QPointF(x, y + fontAscent(extent)),
                            QString::fromUtf8(text.data(), qsizetype(text.size())));
     }
+
+    /// Over everything else, where they disturb neither each other nor other boxes.
+    void drawLabels()
+    {
+        const QFontMetrics metrics(cachedFont(LabelPlacer::letters));
+        LabelPlacer placer(shownPart());
+        for (const Label& label : m_labels)
+            placer.addBox(label.box);
+        for (std::size_t i = 0; i < m_labels.size() && !placer.full(); ++i) {
+            const Shape& shape = *m_labels[i].shape;
+            const std::string_view text = m_list.text(shape);
+            const SIZE size{widthOf(text, metrics), metrics.height()};
+            if (const auto at = placer.place(i, size, LABEL_PLACE(shape.style)))
+                writeWithHalo(text, *at, toQColor(shape.color));
+        }
+    }
+
+    /// From the mask that is drawn and kept, where there is one: measuring a text takes longer than placing
+    /// it.
+    int widthOf(std::string_view text, const QFontMetrics& metrics) const
+    {
+        if (!m_lines.canvas())
+            return metrics.horizontalAdvance(QString::fromUtf8(text.data(), qsizetype(text.size())));
+        const double scale = m_lines.canvas()->scale;
+        const auto mask = textMask(text, LabelPlacer::letters, scale);
+        return int(std::ceil((mask->left + mask->width) / scale));
+    }
+
+    void writeWithHalo(std::string_view text, POINT at, const QColor& color)
+    {
+        const QColor halo = qGray(color.rgb()) < 128 ? Qt::white : Qt::black;
+        if (m_lines.canvas()) {
+            const DeviceCanvas& canvas = *m_lines.canvas();
+            const auto mask = haloMask(text, LabelPlacer::letters, canvas.scale, canvas.nib());
+            blendMask(canvas, canvas.column(at.x) + mask->left, canvas.row(at.y) + mask->top, *mask,
+                      halo.rgb());
+        } else {
+            for (const int down : {-1, 0, 1})
+                for (const int right : {-1, 0, 1})
+                    write(text, LabelPlacer::letters, at.x + right, at.y + down, halo);
+        }
+        write(text, LabelPlacer::letters, at.x, at.y, color);
+    }
+
+    /// The clip as far as the device shows it.
+    RECT shownPart() const
+    {
+        const RECT& device = m_lines.shown();
+        return {std::max(m_clip.left, device.left), std::max(m_clip.top, device.top),
+                std::min(m_clip.right, device.right), std::min(m_clip.bottom, device.bottom)};
+    }
+
+    struct Label
+    {
+        const Shape* shape;
+        RECT box;
+    };
 
     const ShapeList& m_list;
     QPainter& m_painter;
@@ -168,6 +240,7 @@ private:
     const float m_zoomY;
     ClippedLines m_lines;
     const RECT m_clip;
+    std::vector<Label> m_labels; ///< wait until all else is drawn
     bool m_selected = false;
     int m_style = 0;
     int m_width = 0;
@@ -184,7 +257,10 @@ void drawShapes(const ShapeList& list, QPainter* painter, float zoomX, float zoo
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setBrush(Qt::NoBrush);
     painter->setBackgroundMode(Qt::TransparentMode);
-    ShapeRun(list, *painter, zoomX, zoomY, clip).draw();
+    try {
+        ShapeRun(list, *painter, zoomX, zoomY, clip).draw();
+    } catch (const std::bad_alloc&) { // what is drawn so far is all
+    }
     painter->restore();
 }
 

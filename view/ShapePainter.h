@@ -20,6 +20,7 @@ inline int toDevice(int image, float zoom)
 
 /// Draws the shapes whose device box meets clip (null: whatever the painter's device shows) in their order.
 /// Does nothing without an active painter; leaves texts out without a QGuiApplication.
+/// Labels come last, where a LabelPlacer puts them.
 void drawShapes(const ShapeList& list, QPainter* painter, float zoomX, float zoomY, const RECT* clip);
 
 } // namespace ormalux

@@ -83,6 +83,46 @@ TextMask makeMask(std::string_view text, int height, qreal scale)
     return mask;
 }
 
+/// Each pixel twice as covered as the most covered one within so many pixels: small letters are nowhere
+/// whole.
+TextMask widened(const TextMask& mask, int by)
+{
+    TextMask wide{mask.left - by, mask.top - by, mask.width + 2 * by, mask.height + 2 * by, {}};
+    wide.cover.resize(std::size_t(wide.width) * std::size_t(wide.height));
+    for (int y = 0; y < mask.height; ++y)
+        for (int x = 0; x < mask.width; ++x)
+            for (int down = 0; down <= 2 * by; ++down)
+                for (int right = 0; right <= 2 * by; ++right) {
+                    std::uint8_t& cover = wide.cover[std::size_t((y + down) * wide.width + x + right)];
+                    const int ink = 2 * mask.cover[std::size_t(y * mask.width + x)];
+                    cover = std::max(cover, std::uint8_t(std::min(ink, 255)));
+                }
+    return wide;
+}
+
+template <class Make>
+std::shared_ptr<const TextMask> kept(std::string_view text, int height, qreal scale, int halo, Make make)
+{
+    MaskCache& cache = maskCache();
+    std::string key(text);
+    key += '\0';
+    key += char(height);
+    key += char(halo);
+    key.append(reinterpret_cast<const char*>(&scale), sizeof scale);
+    const std::lock_guard lock(cache.mutex);
+    if (const auto found = cache.masks.find(key); found != cache.masks.end())
+        return found->second;
+    if (cache.bytes > keptBytes) {
+        cache.masks.clear();
+        cache.bytes = 0;
+    }
+    auto mask = std::make_shared<const TextMask>(make());
+    constexpr std::size_t overhead = 200; // the entry itself
+    cache.bytes += mask->cover.size() + key.size() + overhead;
+    cache.masks.emplace(std::move(key), mask);
+    return mask;
+}
+
 /// Between two colours, share of 256; a pair of channels at once, whose differences borrow from each other
 /// and give it back.
 QRgb mixed(QRgb under, QRgb ink, std::uint32_t share)
@@ -97,23 +137,12 @@ QRgb mixed(QRgb under, QRgb ink, std::uint32_t share)
 
 std::shared_ptr<const TextMask> textMask(std::string_view text, int height, qreal scale)
 {
-    MaskCache& cache = maskCache();
-    std::string key(text);
-    key += '\0';
-    key += char(height);
-    key.append(reinterpret_cast<const char*>(&scale), sizeof scale);
-    const std::lock_guard lock(cache.mutex);
-    if (const auto found = cache.masks.find(key); found != cache.masks.end())
-        return found->second;
-    if (cache.bytes > keptBytes) {
-        cache.masks.clear();
-        cache.bytes = 0;
-    }
-    auto mask = std::make_shared<const TextMask>(makeMask(text, height, scale));
-    constexpr std::size_t overhead = 200; // the entry itself
-    cache.bytes += mask->cover.size() + key.size() + overhead;
-    cache.masks.emplace(std::move(key), mask);
-    return mask;
+    return kept(text, height, scale, 0, [&] { return makeMask(text, height, scale); });
+}
+
+std::shared_ptr<const TextMask> haloMask(std::string_view text, int height, qreal scale, int width)
+{
+    return kept(text, height, scale, width, [&] { return widened(makeMask(text, height, scale), width); });
 }
 
 void blendMask(const DeviceCanvas& canvas, std::int64_t x, std::int64_t y, const TextMask& mask, QRgb color)

@@ -25,6 +25,9 @@ inline constexpr int tallestMask = 64;
 /// thousand are kept: writing a text again costs a look-up. Safe from any thread; needs a QGuiApplication.
 std::shared_ptr<const TextMask> textMask(std::string_view text, int height, qreal scale);
 
+/// What a halo of so many pixels around such a text covers, the text itself included. Kept as well.
+std::shared_ptr<const TextMask> haloMask(std::string_view text, int height, qreal scale, int width);
+
 /// Inks what the mask covers, its ink's left top corner at (x, y).
 void blendMask(const DeviceCanvas& canvas, std::int64_t x, std::int64_t y, const TextMask& mask, QRgb color);
 

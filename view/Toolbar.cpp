@@ -72,7 +72,8 @@ void Toolbar::translate()
     auto action = m_actions.begin();
     for (std::size_t i = 0; i < m_buttons.size(); ++i) {
         const ToolbarCommand& command = toolbarCommands()[i];
-        const QString text = windowText(command.tip);
+        const auto given = m_tips.find(command.command);
+        const QString text = given == m_tips.end() ? windowText(command.tip) : given->second;
         m_buttons[i]->SetTooltipText(text, keysOf(command));
         if (QMenu* const menu = m_buttons[i]->menu())
             menu->setTitle(m_window.fontMetrics().elidedText(
@@ -83,6 +84,15 @@ void Toolbar::translate()
                 (*action++)->setText(windowText(item.text));
     }
     m_overflow->SetTooltipText(windowText(QT_TRANSLATE_NOOP("CKestWnd", "나머지 버튼")));
+}
+
+void Toolbar::setTip(int command, const QString& tip)
+{
+    if (tip.isEmpty())
+        m_tips.erase(command);
+    else
+        m_tips[command] = tip;
+    translate();
 }
 
 int Toolbar::widthOf(int buttonWidth, int gap) const

@@ -3,7 +3,10 @@
 #include "view/DrawButton.h"
 #include "view/WindowCommands.h"
 
+#include <QString>
+
 #include <functional>
+#include <map>
 #include <vector>
 
 class CTipWnd;
@@ -25,6 +28,8 @@ public:
     /// Enables what can be run now.
     void enable(const std::function<bool(int command)>& possible);
     void setChecked(int command, bool checked);
+    /// A button's tip in place of its own, which an empty one brings back.
+    void setTip(int command, const QString& tip);
     /// Takes the texts in the present language of the application.
     void translate();
     /// Opens the menu of a button; at the button of the hidden ones when it is among them.
@@ -43,6 +48,7 @@ private:
     CTipWnd* m_tip;
     std::vector<CDrawButton2*> m_buttons; ///< in the order of toolbarCommands()
     CDrawButton2* m_overflow;
+    std::map<int, QString> m_tips;   ///< of the host, by command
     std::vector<QAction*> m_actions; ///< of the menus; their data is the command
 };
 

@@ -1,16 +1,12 @@
 #include "view/ViewPainter.h"
 
-#include "view/ClippedLines.h"
 #include "view/DrawObjArray.h"
 #include "view/NearestPixels.h"
 #include "view/PenCache.h"
 #include "view/TextMasks.h"
-#include "view/ViewTracker.h"
-#include "view/XorPainting.h"
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPen>
 
 #include <array>
 #include <cmath>
@@ -30,15 +26,6 @@ QSize clientOf(const QImage& frame)
 {
     return {int(std::ceil(frame.width() / frame.devicePixelRatio())),
             int(std::ceil(frame.height() / frame.devicePixelRatio()))};
-}
-
-/// Rectangles much larger than the frame, cut to just outside of it: the toolkit need not walk the rest.
-RECT nearFrame(const RECT& rect, QSize client)
-{
-    constexpr int margin = 64;
-    const auto x = [&](int at) { return std::clamp(at, -margin, client.width() + margin); };
-    const auto y = [&](int at) { return std::clamp(at, -margin, client.height() + margin); };
-    return {x(rect.left), y(rect.top), x(rect.right), y(rect.bottom)};
 }
 
 /// The device pixels that show a part of the client area.
@@ -85,12 +72,6 @@ void paintBeside(std::uint32_t* out, std::ptrdiff_t stride, std::span<const int>
         }
         out += stride;
     }
-}
-
-QPolygon corners(const RECT& rect)
-{
-    return QPolygon(
-        {{rect.left, rect.top}, {rect.right, rect.top}, {rect.right, rect.bottom}, {rect.left, rect.bottom}});
 }
 
 } // namespace
@@ -158,41 +139,6 @@ void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& 
             blendMask(canvas, std::int64_t(std::floor((corner.x + half) * scale - mask->width / 2.0)),
                       std::int64_t(std::floor((corner.y + half) * scale - mask->height / 2.0)), *mask, color);
         }
-}
-
-void paintXor(QImage& frame, XorFigure figure, const RECT& rect, COLORREF color)
-{
-    if (frame.isNull())
-        return;
-    QPainter painter(&frame);
-    QPen pen(toQColor(color), 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin);
-    if (figure == XorFigure::FocusRectangle) {
-        pen.setCapStyle(Qt::FlatCap);
-        pen.setDashPattern({1, 1});
-    }
-    const XorPainting inverting(painter, pen);
-    if (figure == XorFigure::Line) {
-        ClippedLines lines(painter);
-        lines.setPen(pen);
-        lines.line(rect.left, rect.top, rect.right, rect.bottom);
-        return lines.flush();
-    }
-    const RECT drawn = nearFrame(ordered(rect), clientOf(frame));
-    if (drawn.left == drawn.right || drawn.top == drawn.bottom)
-        painter.drawLine(drawn.left, drawn.top, drawn.right, drawn.bottom);
-    else
-        painter.drawPolygon(corners(drawn));
-}
-
-void paintTracker(QImage& frame, const RECT& device)
-{
-    const COLORREF white = RGB(255, 255, 255);
-    paintXor(frame, XorFigure::Rectangle, device, white);
-    for (int handle = 1; handle <= trackerHandles; ++handle) {
-        const CRect square = handleSquare(device, handle);
-        paintXor(frame, XorFigure::Rectangle, {square.left, square.top, square.right - 1, square.bottom - 1},
-                 white);
-    }
 }
 
 } // namespace ormalux

@@ -30,16 +30,4 @@ void paintOverlays(QImage& frame, CDrawObjArray& shapes, const ViewGeometry& geo
 void paintLevels(QImage& frame, const PixelSource& picture, const ViewGeometry& geometry,
                  const QRect& exposed);
 
-/// A figure that inverts what it covers; corners are device coordinates and belong to it.
-enum class XorFigure
-{
-    Line,
-    Rectangle,
-    FocusRectangle
-};
-void paintXor(QImage& frame, XorFigure figure, const RECT& corners, COLORREF color);
-
-/// The tracker's frame and handles, inverting what they cover.
-void paintTracker(QImage& frame, const RECT& device);
-
 } // namespace ormalux

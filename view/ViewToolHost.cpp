@@ -163,11 +163,14 @@ void ViewToolHost::addCross(const char* layer, POINT center, int arm, Stroke str
                                       layer);
 }
 
-void ViewToolHost::addText(const char* layer, POINT position, const std::string& text, int height,
-                           COLORREF color)
+void ViewToolHost::addLabel(const char* layer, const RECT& rect, LabelPlace place, const std::string& text,
+                            COLORREF color)
 {
+    const LABEL_PLACE wished = place == LabelPlace::Above   ? LABEL_ABOVE
+                               : place == LabelPlace::Below ? LABEL_BELOW
+                                                            : LABEL_CORNER;
     const Guard guard(m_view.GetLock());
-    m_view.GetOverlays().AddText(position.x, position.y, text.c_str(), height, color, layer);
+    m_view.GetOverlays().AddLabel(rect, wished, text.c_str(), color, layer);
 }
 
 void ViewToolHost::repaint()

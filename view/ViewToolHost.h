@@ -32,8 +32,8 @@ public:
     void addLine(const char* layer, POINT from, POINT to, Stroke stroke) override;
     void addRectangle(const char* layer, const RECT& rect, Stroke stroke) override;
     void addCross(const char* layer, POINT center, int arm, Stroke stroke) override;
-    void addText(const char* layer, POINT position, const std::string& text, int height,
-                 COLORREF color) override;
+    void addLabel(const char* layer, const RECT& rect, LabelPlace place, const std::string& text,
+                  COLORREF color) override;
     void repaint() override;
     void reveal(const RECT& rect) override;
     void pickLine() override;

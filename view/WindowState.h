@@ -3,7 +3,9 @@
 #include "view/ImageViewWnd.h"
 #include "view/Toolbar.h"
 
+#include <functional>
 #include <optional>
+#include <set>
 
 namespace ormalux {
 
@@ -13,6 +15,8 @@ struct WindowState
     CKestView* view = nullptr; ///< a child of the window
     std::optional<Toolbar> toolbar;
     bool toolbarVisible = true;
+    std::function<bool(int command)> handler; ///< the host's; may be null
+    std::set<int> disabled;                   ///< commands that the host has switched off
 };
 
 } // namespace ormalux

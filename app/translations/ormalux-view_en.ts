@@ -362,6 +362,18 @@
         <source>저장할 그림이 없거나 메모리가 부족합니다.</source>
         <translation>There is no picture to save, or too little memory.</translation>
     </message>
+    <message>
+        <source>파일이 아니라 장치나 파이프입니다.</source>
+        <translation>It is a device or a pipe, not a file.</translation>
+    </message>
+    <message>
+        <source>파일이 너무 큽니다 (최대 4 GB).</source>
+        <translation>The file is too large (at most 4 GB).</translation>
+    </message>
+    <message>
+        <source>파일이 중간에 끊겨 있습니다.</source>
+        <translation>The file is cut short.</translation>
+    </message>
 </context>
 <context>
     <name>RegionDlg</name>
@@ -415,6 +427,10 @@
     <message>
         <source>결과 파일(JSON)이 아닙니다.</source>
         <translation>This is not a file of results (JSON).</translation>
+    </message>
+    <message>
+        <source>파일이 아니라 장치나 파이프입니다.</source>
+        <translation>It is a device or a pipe, not a file.</translation>
     </message>
 </context>
 <context>
@@ -514,6 +530,10 @@
         <source>목록 지우기(&amp;C)</source>
         <translation>&amp;Clear List</translation>
     </message>
+    <message>
+        <source>그림을 돌릴 메모리가 부족합니다.</source>
+        <translation>There is too little memory to turn the picture.</translation>
+    </message>
 </context>
 <context>
     <name>ormalux::viewer::StatusLine</name>
@@ -548,6 +568,14 @@
     <message>
         <source>그림 없음</source>
         <translation>No picture</translation>
+    </message>
+    <message>
+        <source>%1비트를 8비트로 줄였습니다</source>
+        <translation>%1 bits cut to 8</translation>
+    </message>
+    <message>
+        <source>파일에는 채널마다 %1비트가 있습니다. 보이고 재고 저장하는 것은 8비트로 줄인 그림입니다.</source>
+        <translation>The file has %1 bits a channel. What is shown, measured and saved is the picture reduced to 8 bits.</translation>
     </message>
 </context>
 </TS>

@@ -8,9 +8,6 @@ namespace ormalux::cli {
 
 namespace {
 
-// More numbers than this hide the picture.
-constexpr int readableLabels = 150;
-
 const std::map<std::string, void (CBlobRectArray::*)()> sorts{
     {"scan", nullptr},
     {"left", &CBlobRectArray::SortLeft},
@@ -51,7 +48,7 @@ void findBlobs(Workpiece& work, const Json& arguments)
                                     {"height", blob.bottom - blob.top + 1},
                                     {"pixels", blob.pixel_count}});
         addLabelledBox(work.shapes, {blob.left, blob.top, blob.right, blob.bottom}, RGB(255, 64, 64),
-                       blobs.GetCount() <= readableLabels ? std::to_string(number) : std::string());
+                       std::to_string(number));
     }
     work.findings.push_back(std::move(findings));
 }

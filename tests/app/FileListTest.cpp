@@ -128,6 +128,20 @@ TEST_F(FileListTest, RecentFilesAndTheWindowAreRememberedOverARestart)
     viewer->setLanguage("ko");
 }
 
+TEST_F(FileListTest, TheDesktopsLanguageHoldsUntilTheOperatorChoosesOne)
+{
+    QSettings().remove("language");
+    start();
+    viewer->close();
+    EXPECT_FALSE(QSettings().contains("language")) << "nothing was chosen";
+    for (const char* language : {"en", "ko"}) {
+        start();
+        action(QString("language_") + language)->trigger();
+        viewer->close();
+        EXPECT_EQ(Preferences::read().language, language);
+    }
+}
+
 TEST_F(FileListTest, SettingsThatMakeNoSenseCountAsNone)
 {
     QSettings settings;
@@ -137,7 +151,8 @@ TEST_F(FileListTest, SettingsThatMakeNoSenseCountAsNone)
     settings.setValue("recent", QStringList{"", "/a.png"});
     settings.sync();
     const Preferences read = Preferences::read();
-    EXPECT_EQ(read.language, "ko");
+    EXPECT_EQ(read.language, Preferences::first().language);
+    EXPECT_FALSE(read.languageChosen);
     EXPECT_EQ(read.theme, "system");
     EXPECT_EQ(read.recent, QStringList{"/a.png"});
     start();

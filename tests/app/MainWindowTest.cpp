@@ -137,9 +137,18 @@ TEST_F(MainWindowTest, WithoutAPictureOnlyWhatNeedsNoneCanBeChosen)
         EXPECT_FALSE(action(name)->isEnabled()) << qPrintable(name);
     for (const char* name : {"open", "toolBar", "about", "quit"})
         EXPECT_TRUE(action(name)->isEnabled()) << name;
+    const auto expectButtonsAsEntries = [this] {
+        for (const ActionRow& row : Menus::actions()) {
+            const auto* const button =
+                window().findChild<QWidget*>(QStringLiteral("command_%1").arg(row.command));
+            EXPECT_TRUE(!button || button->isEnabled() == action(row.name)->isEnabled()) << row.name;
+        }
+    };
+    expectButtonsAsEntries();
     openColors();
     for (const QString& name : needy)
         EXPECT_EQ(action(name)->isEnabled(), name != "next") << qPrintable(name);
+    expectButtonsAsEntries();
 }
 
 TEST_F(MainWindowTest, NoKeyHasTwoMeaningsInEitherLanguage)
@@ -231,6 +240,42 @@ TEST_F(MainWindowTest, SavingAsksWhereAndWritesWhatTheEntrySays)
     EXPECT_EQ(saveAs("saveWithOverlays", "whole.png"), pictureWithOverlays(window()));
     EXPECT_EQ(saveAs("saveAsSeen", "seen.png").size(), window().GetView()->viewport()->size());
     EXPECT_TRUE(reports.isEmpty());
+}
+
+TEST_F(MainWindowTest, TheWindowsOwnButtonsOpenAndSaveAsTheMenusDo)
+{
+    const QString a = saved(colors(11, 8), "a.png"), b = saved(colors(12, 8), "b.tif");
+    const auto click = [this](int command) {
+        auto* const button = window().findChild<QWidget*>(QStringLiteral("command_%1").arg(command));
+        EXPECT_FALSE(button->toolTip().contains("BMP")) << qPrintable(button->toolTip());
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+    withModal<QFileDialog>([&](QFileDialog& dialog) { type(dialog, '"' + a + "\" \"" + b + '"'); });
+    click(5500);
+    EXPECT_EQ(field("page"), "1 / 2");
+    withModal<QFileDialog>([&](QFileDialog& dialog) { type(dialog, path("out.png")); });
+    click(5501);
+    EXPECT_EQ(QImage(path("out.png")).size(), QSize(11, 8));
+    viewer->setLanguage("en");
+    QApplication::processEvents();
+    EXPECT_EQ(window().findChild<QWidget*>("command_5500")->toolTip(), "Open Pictures");
+    viewer->setLanguage("ko");
+}
+
+TEST_F(MainWindowTest, CtrlWithTheArrowsPagesWhileThePictureHasTheFocus)
+{
+    viewer->openFiles({saved(colors(10, 8), "a.png"), saved(colors(20, 8), "b.png")});
+    for (const int region : {0, 1}) {
+        window().SetTrackerMode(region);
+        window().SetTrackerPosition({2, 2, 5, 5});
+        QTest::keyClick(window().GetView(), Qt::Key_Right, Qt::ControlModifier);
+        EXPECT_EQ(window().GetWidth(), 20);
+        QTest::keyClick(window().GetView(), Qt::Key_Left, Qt::ControlModifier);
+        EXPECT_EQ(window().GetWidth(), 10);
+        EXPECT_TRUE(window().GetTrackerRect() == CRect(2, 2, 5, 5));
+    }
+    QTest::keyClick(window().GetView(), Qt::Key_Right);
+    EXPECT_TRUE(window().GetTrackerRect() == CRect(3, 2, 6, 5)) << "plain arrows stay the region's";
 }
 
 TEST_F(MainWindowTest, OpenTakesSeveralFilesAndCancelTakesNone)

@@ -3,7 +3,12 @@
 #include "tests/app/ViewerFixture.h"
 
 #include <QImageWriter>
+#include <QLabel>
 #include <QRegularExpression>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 using namespace testing_support;
 using namespace ormalux::viewer;
@@ -130,6 +135,84 @@ TEST_F(PictureFileTest, ABadFileLeavesThePictureAndSaysWhy)
             << qPrintable(reports[0]);
         EXPECT_EQ(shown(), before) << name;
         EXPECT_TRUE(viewer->windowTitle().startsWith("good.png")) << name;
+    }
+}
+
+TEST_F(PictureFileTest, ABmpWithoutAllItsPixelsIsRefusedWhateverItsDepth)
+{
+    const auto rainbow = [](int i) { return qRgb(i, 255 - i, 17); };
+    for (const QImage& image : {colors(41, 23), indexed(rainbow), blackAndWhite(),
+                                colors(41, 23).convertToFormat(QImage::Format_RGB32)}) {
+        ASSERT_TRUE(viewer->openFiles({saved(image, "whole.bmp")})) << image.depth();
+        const QImage before = shown();
+        written(bytesOf("whole.bmp").chopped(5), "cut.bmp");
+        reports.clear();
+        EXPECT_FALSE(viewer->openFiles({path("cut.bmp")})) << image.depth();
+        EXPECT_TRUE(reports.value(0).contains("끊겨")) << qPrintable(reports.value(0));
+        EXPECT_EQ(shown(), before);
+    }
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(PictureFileTest, PipesAndDevicesAreNotReadForPicturesOrResults)
+{
+    const QString pipe = path("pipe.png");
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    for (const QString& file : {pipe, QStringLiteral("/dev/zero")}) {
+        reports.clear();
+        EXPECT_FALSE(viewer->openFiles({file}));
+        EXPECT_FALSE(viewer->openResultsFile(file));
+        ASSERT_EQ(reports.size(), 2);
+        for (const QString& report : reports)
+            EXPECT_TRUE(report.contains(file) && report.contains("장치나 파이프")) << qPrintable(report);
+    }
+}
+#endif
+
+TEST_F(PictureFileTest, APictureCutToEightBitsSaysSoUntilTheNext)
+{
+    const auto* const loss = viewer->findChild<QLabel*>("loss");
+    const QImage deep = colors(41, 23).convertToFormat(QImage::Format_RGBA64);
+    for (const QString& file : {saved(deepGray(), "gray.png"), saved(deepGray(), "gray.tif"),
+                                saved(deep, "color.png"), saved(deep, "color.tif")}) {
+        ASSERT_TRUE(viewer->openFiles({file}));
+        EXPECT_TRUE(loss->isVisible()) << qPrintable(file);
+        EXPECT_TRUE(loss->text().contains("16")) << qPrintable(loss->text());
+        action("erode")->trigger();
+        EXPECT_FALSE(viewer->openFiles({path("nowhere.png")}));
+        EXPECT_TRUE(loss->isVisible()) << "the picture is still that one";
+        ASSERT_TRUE(viewer->openFiles({saved(colors(5, 5), "plain.png")}));
+        EXPECT_FALSE(loss->isVisible());
+    }
+}
+
+TEST_F(PictureFileTest, TurningMovesEveryPixelExactlyAndUndoesNothing)
+{
+    const QImage color = colors(31, 17).convertToFormat(QImage::Format_BGR888);
+    for (const QImage& image : {color, color.convertToFormat(QImage::Format_Grayscale8), colors(800, 600)}) {
+        ASSERT_TRUE(viewer->openFiles({saved(image, "in.png")}));
+        action("flipHorizontal")->trigger();
+        const QImage before = shown();
+        const auto turned = [&](int quarters) { // clockwise, pixel by pixel
+            QImage out = before;
+            for (; quarters > 0; --quarters) {
+                QImage next(out.height(), out.width(), out.format());
+                for (int y = 0; y < out.height(); ++y)
+                    for (int x = 0; x < out.width(); ++x)
+                        next.setPixelColor(out.height() - 1 - y, x, out.pixelColor(x, y));
+                out = next;
+            }
+            return out;
+        };
+        action("rotateLeft")->trigger();
+        EXPECT_EQ(shown(), turned(3));
+        action("rotateLeft")->trigger();
+        EXPECT_EQ(shown(), turned(2));
+        EXPECT_EQ(shown(), before.mirrored(true, true));
+        window().SendCommand(6606);
+        EXPECT_EQ(shown(), turned(3));
+        QTest::mouseClick(window().findChild<QWidget*>("command_6606"), Qt::LeftButton);
+        EXPECT_EQ(shown(), before);
     }
 }
 

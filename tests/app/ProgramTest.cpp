@@ -17,13 +17,15 @@ class ProgramTest : public ViewerFixture
 {
 protected:
     /// Runs the program itself, without a display and with settings of its own.
-    Ended run(const QStringList& arguments, const QString& scale = "1")
+    Ended run(const QStringList& arguments, const QString& scale = "1", const QString& locale = "C")
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             environment.remove(name);
         environment.insert("QT_SCALE_FACTOR", scale);
+        environment.insert("LC_ALL", locale);
+        environment.remove("LANGUAGE");
         environment.insert("XDG_CONFIG_HOME", folder.path());
         process.setProcessEnvironment(environment);
         process.start(ORMALUX_VIEWER, arguments);
@@ -120,6 +122,17 @@ TEST_F(ProgramTest, BadInputEndsWithTwoAMessageAndNoFile)
     EXPECT_EQ(nowhere.code, 2);
     EXPECT_TRUE(nowhere.errors.contains("out.png"));
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(ProgramTest, TheDesktopsLanguageIsTheFirst)
+{
+    const QStringList missing{path("nowhere.png"), "--grab", path("창.png")};
+    EXPECT_TRUE(run(missing, "1", "en_US.UTF-8").errors.contains("was not found"));
+    EXPECT_TRUE(run(missing, "1", "fr_FR.UTF-8").errors.contains("was not found"));
+    EXPECT_TRUE(run(missing, "1", "ko_KR.UTF-8").errors.contains("찾을 수 없습니다"));
+    EXPECT_TRUE(run(missing + QStringList{"--lang", "ko"}, "1", "en_US.UTF-8").errors.contains("찾을 수"));
+}
+#endif
 
 TEST_F(ProgramTest, HelpAndVersionNeedNoDisplay)
 {

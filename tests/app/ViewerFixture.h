@@ -33,6 +33,7 @@ protected:
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         QDir(folder.path()).mkdir("검사 그림");
+        QSettings().setValue("language", "ko"); // chosen before
         start();
     }
 

@@ -136,7 +136,8 @@ TEST_F(BlobDlg, BoxesEncloseTheBlobsAndAreLinkedWithTheRows)
         boxes.AddRectangle(i % 6 * 4 + 2, i / 6 * 4 + 2, i % 6 * 4 + 4, i / 6 * 4 + 4, 0, 1, RGB(255, 64, 64),
                            "");
     const auto addNumber = [](CDrawObjArray& shapes, int i, COLORREF color) {
-        shapes.AddText(i % 6 * 4 + 2, i / 6 * 4 + 1, std::to_string(i + 1).c_str(), 12, color, "");
+        shapes.AddLabel({i % 6 * 4 + 2, i / 6 * 4 + 2, i % 6 * 4 + 4, i / 6 * 4 + 4}, LABEL_ABOVE,
+                        std::to_string(i + 1).c_str(), color, "");
     };
     CDrawObjArray expected(boxes);
     for (int i = 0; i < 30; ++i)
@@ -158,33 +159,6 @@ TEST_F(BlobDlg, BoxesEncloseTheBlobsAndAreLinkedWithTheRows)
     QTest::keyClick(dialog, Qt::Key_Escape);
     settle();
     EXPECT_EQ(view->GetOverlays().GetCount(), 0);
-}
-
-TEST_F(BlobDlg, NumbersThatWouldOverlapAtThisZoomAreLeftOut)
-{
-    show(dots(6, 5));
-    QDialog* const dialog = openBlobs();
-    setLevel(dialog, 100);
-    finish();
-    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 30 + 30);
-    window.Zoom100();
-    settle();
-    CDrawObjArray boxes;
-    for (int i = 0; i < 30; ++i)
-        boxes.AddRectangle(i % 6 * 4 + 2, i / 6 * 4 + 2, i % 6 * 4 + 4, i / 6 * 4 + 4, 0, 1, RGB(255, 64, 64),
-                           "");
-    CDrawObjArray expected(boxes);
-    for (const int number : {1, 3, 5})
-        expected.AddText(number * 4 - 2, 5, std::to_string(number).c_str(), 12, RGB(255, 64, 64), "");
-    expectDrawn(expected);
-    table(dialog)->selectRow(1);
-    settle();
-    expected = boxes;
-    expected.AddText(6, 5, "2", 12, RGB(0, 200, 255), "");
-    for (const int number : {4, 6})
-        expected.AddText(number * 4 - 2, 5, std::to_string(number).c_str(), 12, RGB(255, 64, 64), "");
-    expected.AddRectangle(6, 2, 8, 4, 0, 2, RGB(0, 200, 255), "");
-    expectDrawn(expected);
 }
 
 TEST_F(BlobDlg, TheChosenBlobIsSavedAsASourceAtTheLevelThatFoundIt)
@@ -245,11 +219,11 @@ TEST_F(BlobDlg, ManyBlobsAreAllListedAndTheBoxesLimited)
     CBlobRectArray blobs;
     ASSERT_EQ(image.GetBlobList(100, 255, 2, 9, 2, 9, blobs), 15000);
     EXPECT_EQ(csv(dialog), csvOf(blobs));
-    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10000);
+    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10000 + 10000);
     EXPECT_EQ(message(dialog), "처음 10000개만 영상에 표시합니다.");
     table(dialog)->selectRow(14999);
     settle();
-    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10002);
+    EXPECT_EQ(view->GetOverlays().GetCount("BLOB"), 10001 + 10001);
 }
 
 TEST_F(BlobDlg, TooManyPixelsForAListAreCounted)

@@ -116,6 +116,28 @@ TEST_F(MatchDlg, ShowsTheBestResultInCoordinatesOfTheAreaAndDrawsItInThePicture)
     EXPECT_NE(at(seen(), 40, 40), box);
 }
 
+TEST_F(MatchDlg, WithoutASourceTheHostsShapesStayUntilTheLastOneIsRemoved)
+{
+    for (const auto& [command, name, layer] :
+         {std::tuple(6712, "CMatchDlg", "PATTERN_MATCH"), std::tuple(6711, "COcrMatchDlg", "OCR_MATCH")}) {
+        const auto shapes = [&, of = layer] { return view->GetOverlays().GetCount(of); };
+        window.AddRectangle(5, 5, 9, 9, 0, 1, RGB(1, 2, 3), layer);
+        QDialog* const dialog = open(command, name);
+        click(dialog, "run");
+        setLevel(dialog, 150);
+        setArea(0, 0, 99, 99);
+        EXPECT_EQ(shapes(), 1) << name;
+    }
+    QDialog* const dialog = openMatch();
+    addSource(dialog, whole);
+    ASSERT_FALSE(found(dialog).isEmpty());
+    window.AddRectangle(5, 5, 9, 9, 0, 1, RGB(1, 2, 3), "PATTERN_MATCH");
+    control<QTableWidget>(dialog, "sources")->selectRow(0);
+    click(dialog, "removeSource");
+    EXPECT_TRUE(found(dialog).isEmpty());
+    EXPECT_EQ(view->GetOverlays().GetCount("PATTERN_MATCH"), 0);
+}
+
 TEST_F(MatchDlg, OnlyTheFirstRowIsLookedForAndRowsCanBeMoved)
 {
     const QString other = folder.filePath("other.mcs");

@@ -1,6 +1,7 @@
 #include "tests/support/Golden.h"
 #include "tests/support/ViewFixture.h"
 #include "view/ViewPainter.h"
+#include "view/XorFigures.h"
 
 #include <vector>
 

@@ -1,6 +1,8 @@
 #include "tests/support/ViewFixture.h"
 #include "view/PictureReader.h"
 #include "view/ViewPainter.h"
+#include "view/ViewTracker.h"
+#include "view/XorFigures.h"
 
 #include <QPainter>
 #include <QSignalSpy>
@@ -234,6 +236,102 @@ TEST_F(ViewPaint, GrayLevelsStandInTheMiddleOfCellsOfEverySize)
         ASSERT_FALSE(ink.isEmpty());
         EXPECT_NEAR(ink.center().x(), cell.center().x(), 2 * scale);
         EXPECT_NEAR(ink.center().y(), cell.center().y(), 2 * scale);
+    }
+}
+
+namespace {
+
+/// The pixels of an outline, or every other of them, counted from its left top corner.
+bool outlines(const RECT& rect, int x, int y, bool everyOther)
+{
+    const CRect r = ormalux::ordered(rect);
+    const bool inside = x >= r.left && x <= r.right && y >= r.top && y <= r.bottom;
+    const bool edge = x == r.left || x == r.right || y == r.top || y == r.bottom;
+    return inside && edge && (!everyOther || (x - r.left + y - r.top) % 2 == 0);
+}
+
+} // namespace
+
+TEST_F(ViewPaint, InvertingFiguresInvertEachOfTheirPixelsOnceBesideTheClientAreaToo)
+{
+    using ormalux::XorFigure;
+    std::mt19937 random(7);
+    const auto at = [&](int size) { return int(random() % unsigned(3 * size)) - size; };
+    for (int round = 0; round < 400; ++round) {
+        const RECT rect{at(60), at(40), round % 20 ? at(60) : 30, round % 30 ? at(40) : 20};
+        QImage frame;
+        ormalux::prepareFrame(frame, {60, 40}, 1);
+        const auto expectInverted = [&](auto paint, auto covers) {
+            frame.fill(QColor(10, 90, 200));
+            paint(frame);
+            for (int y = 0; y < 40; ++y)
+                for (int x = 0; x < 60; ++x)
+                    ASSERT_EQ(frame.pixel(x, y), covers(x, y) ? qRgb(245, 165, 55) : qRgb(10, 90, 200))
+                        << rect.left << " " << rect.top << " " << rect.right << " " << rect.bottom << " at "
+                        << x << " " << y;
+        };
+        const COLORREF white = RGB(255, 255, 255);
+        for (const XorFigure figure : {XorFigure::Rectangle, XorFigure::FocusRectangle})
+            expectInverted(
+                [&](QImage& on) { ormalux::paintXor(on, figure, rect, white); },
+                [&](int x, int y) { return outlines(rect, x, y, figure == XorFigure::FocusRectangle); });
+        expectInverted([&](QImage& on) { ormalux::paintTracker(on, rect); },
+                       [&](int x, int y) {
+                           bool inverted = outlines(rect, x, y, false);
+                           for (int handle = 1; handle <= 8; ++handle) {
+                               const CRect s = ormalux::handleSquare(rect, handle);
+                               inverted ^= outlines({s.left, s.top, s.right - 1, s.bottom - 1}, x, y, false);
+                           }
+                           return inverted;
+                       });
+        // On any screen what is cut off does not change what is left: a larger frame shows the same there.
+        const qreal scale = view->devicePixelRatioF();
+        QImage part, whole;
+        ormalux::prepareFrame(part, {60, 40}, scale);
+        ormalux::prepareFrame(whole, {180, 120}, scale);
+        const RECT moved{rect.left + 60, rect.top + 40, rect.right + 60, rect.bottom + 40};
+        for (const XorFigure figure : {XorFigure::Rectangle, XorFigure::FocusRectangle}) {
+            part.fill(Qt::black);
+            whole.fill(Qt::black);
+            ormalux::paintXor(part, figure, rect, white);
+            ormalux::paintXor(whole, figure, moved, white);
+            ASSERT_EQ(whole.copy(int(60 * scale), int(40 * scale), part.width(), part.height()), part)
+                << int(figure) << " " << round;
+        }
+    }
+}
+
+TEST_F(ViewPaint, AnInvertingLineHasOnePixelInEachStepOnTheClientArea)
+{
+    std::mt19937 random(11);
+    const auto at = [&](int size) { return int(random() % unsigned(3 * size)) - size; };
+    for (int round = 0; round < 400; ++round) {
+        const RECT ends{at(60), at(40), at(60), at(40)};
+        QImage frame;
+        ormalux::prepareFrame(frame, {60, 40}, 1);
+        frame.fill(Qt::black);
+        ormalux::paintXor(frame, ormalux::XorFigure::Line, ends, RGB(255, 255, 255));
+        const int dx = ends.right - ends.left, dy = ends.bottom - ends.top;
+        const int steps = std::max(std::abs(dx), std::abs(dy));
+        std::vector<int> inverted(std::size_t(steps) + 1);
+        const bool flat = std::abs(dx) >= std::abs(dy);
+        for (int y = 0; y < 40; ++y)
+            for (int x = 0; x < 60; ++x)
+                if (frame.pixel(x, y) != qRgb(0, 0, 0)) {
+                    const int step = flat ? std::abs(x - ends.left) : std::abs(y - ends.top);
+                    ASSERT_LE(step, steps);
+                    const double beside = flat ? ends.top + double(dy) * step / std::max(steps, 1) - y
+                                               : ends.left + double(dx) * step / std::max(steps, 1) - x;
+                    EXPECT_LE(std::abs(beside), 1.1) << round;
+                    ++inverted[std::size_t(step)];
+                }
+        for (int step = 0; step <= steps; ++step) {
+            const double x = ends.left + double(dx) * step / std::max(steps, 1);
+            const double y = ends.top + double(dy) * step / std::max(steps, 1);
+            const bool surely = x > 1 && x < 58 && y > 1 && y < 38;
+            ASSERT_LE(inverted[std::size_t(step)], 1) << round;
+            ASSERT_TRUE(!surely || inverted[std::size_t(step)] == 1) << round << " at " << x << " " << y;
+        }
     }
 }
 

@@ -1,11 +1,13 @@
 #include "color/VisionImage24.h"
 #include "tests/support/WndFixture.h"
+#include "view/Language.h"
 
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <functional>
 #include <set>
@@ -236,6 +238,44 @@ TEST_F(WndCommand, ButtonsThatNeedAPictureWaitForOne)
         EXPECT_TRUE(button(command)->isEnabled()) << command;
     window.SetImagePtr(8, 8, 8, nullptr);
     EXPECT_FALSE(button(6605)->isEnabled());
+}
+
+TEST_F(WndCommand, AHostRunsCommandsItsOwnWayAndSwitchesThemOff)
+{
+    showGray(8, 8);
+    std::vector<int> asked, sent;
+    QObject::connect(&window, &CKestWnd::commandSent, [&sent](int command) { sent.push_back(command); });
+    window.SetCommandHandler([&asked](int command) {
+        asked.push_back(command);
+        return command == 5500 || command == 6605;
+    });
+    const auto before = seen();
+    click(5500);
+    click(6605);
+    EXPECT_FALSE(window.findChild<QDialog*>("openFile"));
+    EXPECT_EQ(seen(), before);
+    click(6609); // left to the window
+    EXPECT_NE(seen(), before);
+    EXPECT_EQ(asked, std::vector<int>({5500, 6605, 6609}));
+    EXPECT_EQ(sent, asked);
+    window.SetCommandHandler(nullptr);
+    window.EnableCommand(6609, false);
+    window.EnableCommand(5505, false);
+    window.EnableCommand(6617, false);
+    EXPECT_FALSE(button(6609)->isEnabled());
+    EXPECT_FALSE(item(6617)->isEnabled());
+    const float zoom = window.GetView()->GetZoom();
+    QTest::keyClick(window.GetView(), Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(window.GetView()->GetZoom(), zoom) << "its key is off too";
+    window.EnableCommand(6609, true);
+    EXPECT_TRUE(button(6609)->isEnabled());
+    const QString own = button(5500)->toolTip();
+    window.SetCommandTip(5500, "Load");
+    CKestLanguage::Set("en");
+    EXPECT_EQ(button(5500)->toolTip(), "Load");
+    CKestLanguage::Set("ko");
+    window.SetCommandTip(5500, {});
+    EXPECT_EQ(button(5500)->toolTip(), own);
 }
 
 TEST_F(WndCommand, EveryNumberOfTheTableIsKnownAndNoOther)
