@@ -406,13 +406,15 @@ public:
     // the samples by a Gaussian, sigma in all. Where they peak is an edge; its contrast is the sum of the
     // smoothed steps between the valleys about the peak (within 3 sigma + 1), so an ideal step of 40 levels
     // has the contrast 40. Its position is the centre of the unsmoothed steps within 1.75 max(sigma, 1) of
-    // it, with falling weight for another 3 max(sigma, 2/3): where it lies between two pixels has no
-    // influence.
+    // it, with falling weight for another 3 max(sigma, 2/3); up to three times as far on a blurred edge, less
+    // next to another one. Where it lies between two pixels has hardly any influence.
     //
-    // Measured with sigma 1 on drawn edges (every pixel the mean over its square, rounded to levels): a scan
-    // of width 1 errs by 0.010 rms and at most 0.03 pixels, of width 3 and more at most 0.011, the mean over
-    // angles and offsets is below 0.001. Normal noise of 4 levels at a contrast of 100 scatters a scan by
-    // 0.052 pixels at width 1, 0.033 at 5, 0.024 at 9, 0.020 at 15, and in proportion to noise over contrast.
+    // Measured with sigma 1 on drawn edges (every pixel the mean over its square, rounded to levels) at all
+    // angles: a scan of width 1 errs by 0.010 rms and at most 0.03 pixels, of width 3 and more at most 0.011,
+    // the mean is below 0.001. Normal noise of 4 levels at a contrast of 100 scatters a scan by 0.054 pixels
+    // at width 1, 0.032 at 5, 0.024 at 9, 0.020 at 15, 0.014 at 25, in proportion to noise over contrast.
+    // Edges blurred by a Gaussian of up to 2 pixels err by at most 0.023. Edges 5 pixels apart pull at each
+    // other by at most 0.015 pixels, 4 apart by 0.055; nearer ones repel each other.
 
     /// Appends the selected edges along the straight scan from (x1, y1) to (x2, y2), ends included, in its
     /// order. Returns the number of edges in the list.
@@ -422,17 +424,17 @@ public:
     /// Tukey's biweight from the line that half of the edges lie nearest to. Returns 1; 0, and line is as
     /// before, without an edge on a quarter of the scans and on three.
     ///
-    /// Measured in boxes 100 long with 100 scans at all angles: without noise errors below 0.01 pixels and
-    /// 0.005 degrees; with noise of 4 levels at a contrast of 100 a scatter of 0.008 pixels and 0.016
-    /// degrees. Scratches or a notch over 30 % of the scans move it by less than 0.02 pixels and 0.03 degrees
-    /// without noise.
+    /// Measured in boxes 100 long with 100 scans at all angles: without noise errors of at most 0.01 pixels
+    /// and 0.005 degrees (an edge exactly along the pixels is off by what rounding to levels moves it, half a
+    /// level over the contrast); with noise of 4 levels at a contrast of 100 a scatter of 0.008 pixels and
+    /// 0.016 degrees. A notch over 30 % of the scans moves it by less than 0.015 pixels and 0.02 degrees.
     int GetEdgeLine(const CEdgeBox& box, const CEdgeSettings& settings, CEdgeLine& line) const;
     /// Measures a circular edge in the same way. That smoothing moves a rim of radius r towards the centre,
     /// by variance / 2r, is made up for. Returns 1; 0, and circle is as before, without an edge on a quarter
     /// of the rays and on three.
     ///
     /// Measured on drawn discs with 64 rays and without noise: centre and radius within 0.008 pixels for
-    /// radii from 4 to 120, within 0.02 for radii from 8 on with a third of the rim hidden.
+    /// radii from 4 to 120, within 0.016 for radii from 8 on with a third of the rim hidden.
     int GetEdgeCircle(const CEdgeRing& ring, const CEdgeSettings& settings, CEdgeCircle& circle) const;
     /// In pixels: between points; from a point perpendicular to a line; from the first line's point
     /// perpendicular to the second line. Static as what follows, without state, callable from any thread.

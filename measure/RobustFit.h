@@ -17,7 +17,7 @@ struct FitPoint
 /// Residuals above this many pixels make a fit look for the points that agree, before it weighs them.
 inline constexpr double plainResidual = 0.5;
 /// The least distance at which a point loses all weight: what a clean edge of pixels wavers by is no outlier.
-inline constexpr double leastCutoff = 0.12;
+inline constexpr double leastCutoff = 0.06;
 
 /// Up to count points, evenly spaced over the order of the points.
 inline std::vector<FitPoint> evenlyChosen(const std::vector<FitPoint>& points, std::size_t count)

@@ -14,6 +14,8 @@ namespace {
 constexpr double innerReach = 1.75;
 /// From there the weight falls to nothing over so much.
 constexpr double taper = 3;
+/// Of the steps of a sharp edge: pixel, spline and where between two samples it lies.
+constexpr double sharpVariance = 0.5;
 
 } // namespace
 
@@ -34,6 +36,8 @@ EdgeFinder::EdgeFinder(const ConstGrayView& view, const CEdgeSettings& settings)
     m_beside = int(std::ceil(3 * sigma + 1));
     const double further = std::sqrt(std::max(sigma * sigma - EdgeProfile::splineVariance, 0.0));
     const int radius = int(std::ceil(3 * further));
+    // Half as much again is the noise's, or the next edge's.
+    m_sharpVariance = further * further + 1.5 * sharpVariance;
     double sum = 0;
     for (int i = 0; i <= radius; ++i) {
         const double z = further > 0 ? i / further : 0;
@@ -81,48 +85,66 @@ bool EdgeFinder::runAbout(int peak, Run& run) const
     return run.contrast != 0 && std::abs(run.contrast) >= m_settings.contrast - 1e-3;
 }
 
-/// The samples between the run and the next notable one on that side, as far as the outer reach goes.
-double EdgeFinder::gap(const Run& run, int direction) const
+/// Where the next notable run on that side begins, between two samples; as far as the reach when there is
+/// none within.
+double EdgeFinder::neighbour(const Run& run, int direction, int reach) const
 {
     const double notable = 0.25 * std::abs(run.contrast);
-    const int start = direction > 0 ? run.end : run.first - 1;
-    const int reach = int(m_outer) + m_beside;
+    int begin = direction > 0 ? run.end : run.first - 1;
     double sum = 0;
-    int begin = start;
-    for (int i = start; i >= 0 && i < m_count && std::abs(i - run.peak) <= reach; i += direction) {
+    for (int i = begin; i >= 0 && i < m_count && std::abs(i - run.peak) <= reach; i += direction) {
         if (sum * m_smooth[i] <= 0) {
             sum = 0;
             begin = i;
         }
         sum += m_smooth[i];
-        if (std::abs(sum) >= notable)
-            return std::abs(begin - start);
+        if (std::abs(sum) < notable)
+            continue;
+        // Where the smoothed steps change their sign, or halfway in a valley.
+        const double before = m_smooth[begin - direction], behind = m_smooth[begin];
+        const double share = before * behind < 0 ? behind / (behind - before) : 0.5;
+        return begin - direction * share;
     }
-    return reach;
+    return run.peak + direction * double(reach);
 }
 
-/// The mean position of the run's smoothed steps, of those that count for its contrast.
-double EdgeFinder::centre(const Run& run) const
+/// Where the run's smoothed steps have their centre, and their variance about it.
+EdgeFinder::Centre EdgeFinder::centre(const Run& run) const
 {
-    double sum = 0, moment = 0;
-    const int last = std::min(run.end, run.peak + m_beside + 1);
-    for (int i = std::max(run.first, run.peak - m_beside); i < last; ++i) {
-        sum += m_smooth[i];
-        moment += m_smooth[i] * double(i - run.peak);
+    double sum = 0, moment = 0, square = 0;
+    const int last = std::min(run.end, run.peak + 3 * m_beside + 1);
+    for (int i = std::max(run.first, run.peak - 3 * m_beside); i < last; ++i) {
+        const double t = i - run.peak, step = m_smooth[i];
+        sum += step;
+        moment += step * t;
+        square += step * t * t;
     }
-    return run.peak + moment / sum;
+    const double mean = moment / sum;
+    return {run.peak + mean, square / sum - mean * mean};
+}
+
+/// How far to either side of the run's centre steps count.
+double EdgeFinder::outerReach(const Run& run, const Centre& centre, double widening) const
+{
+    const double wanted = m_outer * widening;
+    const double inside = std::max(m_outer, std::min(centre.at, m_count - 1 - centre.at));
+    const int search = int(wanted) + m_beside;
+    const double before = centre.at - neighbour(run, -1, search);
+    const double behind = neighbour(run, 1, search) - centre.at;
+    return std::max(0.75, std::min({wanted, inside, before, behind}));
 }
 
 double EdgeFinder::locate(const Run& run) const
 {
-    const double start = centre(run);
-    const double before = start - run.first + 0.5 + gap(run, -1),
-                 behind = run.end - 0.5 - start + gap(run, 1);
-    const double outer = std::max(0.75, std::min({m_outer, before, behind}));
-    const double inner = std::min(m_inner, 0.75 * outer);
+    const Centre start = centre(run);
+    // A blurred edge needs wider reaches; noise must not widen those of a sharp one.
+    const double blur = std::sqrt(std::max(1.0, (start.variance - m_sharpVariance) / sharpVariance));
+    const double widening = std::clamp(blur / std::max(m_settings.sigma, 1.0), 1.0, 3.0);
+    const double outer = outerReach(run, start, widening);
+    const double inner = std::min(m_inner * widening, 0.75 * outer);
     const double fall = inner / (outer - inner);
     const std::span<const float> steps = m_profile.steps();
-    double u = start;
+    double u = start.at;
     for (int round = 0; round < 20; ++round) {
         const int first = std::max(0, int(std::ceil(u - outer)));
         const int last = std::min(int(steps.size()) - 1, int(std::floor(u + outer)));
@@ -136,10 +158,10 @@ double EdgeFinder::locate(const Run& run) const
         }
         // A ramp longer than the reaches has no centre that they could see.
         if (!(slope / run.contrast > 0.15))
-            return start;
+            return start.at;
         const double next = u + sum / slope;
-        if (!(std::abs(next - start) <= 0.5 * m_inner))
-            return start;
+        if (!(std::abs(next - start.at) <= 0.5 * inner))
+            return start.at;
         const bool done = std::abs(next - u) < 1e-9;
         u = next;
         if (done)
