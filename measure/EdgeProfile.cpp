@@ -18,15 +18,16 @@ struct EdgeProfile::Way
 
 namespace {
 
-/// The positions at which place + position * slope lies in [low, high]; none: low above high.
-void restrict(double place, double slope, double low, double high, double& first, double& last)
+/// The positions at which place + position * slope lies in [low, high]; none: low above high. inverse is 1 /
+/// slope.
+void restrict(double place, double inverse, double low, double high, double& first, double& last)
 {
-    if (slope == 0) {
+    if (std::isinf(inverse)) {
         if (!(place >= low && place <= high))
             last = first - 1;
         return;
     }
-    const double a = (low - place) / slope, b = (high - place) / slope;
+    const double a = (low - place) * inverse, b = (high - place) * inverse;
     first = std::max(first, std::min(a, b));
     last = std::min(last, std::max(a, b));
 }
@@ -62,8 +63,8 @@ EdgeProfile::Range EdgeProfile::inside(const Way& way, double left, double top, 
                                        double bottom) const
 {
     Range range{m_first, m_first + double(m_count)};
-    restrict(way.x, m_alongX, left, right, range.low, range.high);
-    restrict(way.y, m_alongY, top, bottom, range.low, range.high);
+    restrict(way.x, m_inverseX, left, right, range.low, range.high);
+    restrict(way.y, m_inverseY, top, bottom, range.low, range.high);
     return range;
 }
 
@@ -79,11 +80,13 @@ bool EdgeProfile::measure(const ConstGrayView& view, const ScanLine& scan, int w
         return false;
     m_alongX = dx / m_length;
     m_alongY = dy / m_length;
+    m_inverseX = 1 / m_alongX;
+    m_inverseY = 1 / m_alongY;
     // What lies between these positions is near enough for some line of samples to be inside.
     double low = -reach, high = m_length + reach;
     const double beside = 0.5 + (width - 1) * 0.5;
-    restrict(scan.x1, m_alongX, -beside, view.width - 1 + beside, low, high);
-    restrict(scan.y1, m_alongY, -beside, view.height - 1 + beside, low, high);
+    restrict(scan.x1, m_inverseX, -beside, view.width - 1 + beside, low, high);
+    restrict(scan.y1, m_inverseY, -beside, view.height - 1 + beside, low, high);
     low = std::ceil(low);
     high = std::floor(high);
     if (!(high >= low + 1))
@@ -92,7 +95,7 @@ bool EdgeProfile::measure(const ConstGrayView& view, const ScanLine& scan, int w
     m_count = std::size_t(high - low);
     m_padded.assign(m_count + 2 * padding, 0.0f);
     m_samples.resize(m_count + 1);
-    m_lines.assign(m_samples.size(), 0);
+    m_lines.assign(width > 1 ? m_samples.size() : 0, 0);
     for (int line = 0; line < width; ++line) {
         const double across = line - (width - 1) * 0.5;
         addSteps(view, {scan.x1 - across * m_alongY, scan.y1 + across * m_alongX});
@@ -145,8 +148,10 @@ void EdgeProfile::addSteps(const ConstGrayView& view, const Way& way)
     float* steps = mutableSteps();
     for (int i = first; i + 1 < end; ++i)
         steps[i] += samples[i + 1] - samples[i];
-    ++m_lines[std::size_t(first)];
-    --m_lines[std::size_t(end - 1)];
+    if (!m_lines.empty()) {
+        ++m_lines[std::size_t(first)];
+        --m_lines[std::size_t(end - 1)];
+    }
 }
 
 } // namespace ormalux

@@ -67,6 +67,8 @@ private:
     double m_length = 0;
     double m_alongX = 1;
     double m_alongY = 0;
+    double m_inverseX = 1;
+    double m_inverseY = 0;
 };
 
 } // namespace ormalux
