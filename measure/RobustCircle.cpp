@@ -10,7 +10,7 @@ namespace ormalux {
 namespace {
 
 constexpr std::size_t voters = 64;
-constexpr std::size_t corners = 15;
+constexpr std::size_t corners = 12;
 
 struct CircleModel
 {
@@ -149,7 +149,7 @@ bool measureCircle(const ConstGrayView& view, const CEdgeRing& ring, const CEdge
     CircleModel model;
     if (!enoughEdges(points.size(), ring.scans))
         return false;
-    if ((!fitEquation(points, model) || largestResidual(model, points) > plainResidual) &&
+    if ((!fitEquation(points, model) || largestResidual(model, points) > leastCutoff) &&
         !findCircle(points, model))
         return false;
     if (!fitByWeights(model, points, fitCircle))

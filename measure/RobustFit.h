@@ -14,9 +14,8 @@ struct FitPoint
     double weight = 1;
 };
 
-/// Residuals above this many pixels make a fit look for the points that agree, before it weighs them.
-inline constexpr double plainResidual = 0.5;
 /// The least distance at which a point loses all weight: what a clean edge of pixels wavers by is no outlier.
+/// Where all points lie nearer to the plain fit, nobody has to look for those that agree.
 inline constexpr double leastCutoff = 0.06;
 
 /// Up to count points, evenly spaced over the order of the points.
@@ -106,14 +105,15 @@ bool fitByWeights(Model& model, std::vector<FitPoint>& points, Fit fit)
     std::vector<double> residuals;
     residuals.reserve(points.size());
     double cutoff = 0;
+    constexpr int settled = 3;
     for (int round = 0; round < 60; ++round) {
-        if (round < 4) // then the rounds are sure to come to rest
+        if (round < settled) // then the rounds are sure to come to rest
             cutoff = tukeyCutoff(model, points, residuals);
         weigh(model, points, cutoff);
         const Model before = model;
         if (!fit(points, model))
             return false;
-        if (round >= 4 && model.change(before) < 1e-7)
+        if (round >= settled && model.change(before) < 1e-6)
             break;
     }
     weigh(model, points, cutoff);

@@ -10,7 +10,7 @@ namespace ormalux {
 namespace {
 
 constexpr std::size_t voters = 64;
-constexpr std::size_t pairEnds = 16;
+constexpr std::size_t pairEnds = 12;
 
 /// A line through a point with a unit direction.
 struct LineModel
@@ -145,7 +145,7 @@ bool measureLine(const ConstGrayView& view, const CEdgeBox& box, const CEdgeSett
     LineModel model;
     if (!enoughEdges(points.size(), box.scans) || !fitLine(points, model))
         return false;
-    if (largestResidual(model, points) > plainResidual && !findLine(points, model))
+    if (largestResidual(model, points) > leastCutoff && !findLine(points, model))
         return false;
     if (!fitByWeights(model, points, fitLine))
         return false;

@@ -86,6 +86,21 @@ TEST(EdgeLine, IsNotMovedByThirtyPercentOfOthers)
     }
 }
 
+TEST(EdgeLine, IsNotMovedByAStepOfLessThanAPixel)
+{
+    DrawnTruth truth(120, 40, 60);
+    truth.drawHalfPlane(0, 1, 20.25, 160);
+    for (int x = 10; x < 40; ++x) { // there at 20.65
+        truth.at(x, 20) = 60;
+        truth.at(x, 21) = 145;
+    }
+    CEdgeLine line{};
+    ASSERT_EQ(truth.shot().GetEdgeLine({60, 20, 100, 20, 0, 100}, {}, line), 1);
+    EXPECT_NEAR(line.y, 20.25, 0.01);
+    EXPECT_NEAR(line.angle, 0, 0.01);
+    EXPECT_NEAR(line.used, 70, 3);
+}
+
 TEST(EdgeLine, TellsWhereItLeavesTheBoxAndWhatItUsed)
 {
     DrawnTruth truth(120, 60, 60);
