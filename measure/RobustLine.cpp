@@ -10,7 +10,7 @@ namespace ormalux {
 namespace {
 
 constexpr std::size_t voters = 64;
-constexpr std::size_t pairEnds = 12;
+constexpr std::size_t pairEnds = 10;
 
 /// A line through a point with a unit direction.
 struct LineModel
