@@ -398,9 +398,9 @@ public:
     // Sub-pixel measurements (measure/VisionImageSubpixel.cpp)
     //
     // Arguments and results: measure/EdgeMeasure.h, measure/PlaneMeasure.h. Any number of threads may measure
-    // one image at once while nobody changes it; results are the same bits on every machine. Parts of a scan
-    // outside the image hold no edge; settings out of range, coordinates that are no numbers or beyond 1e9,
-    // and too little memory give nothing.
+    // one image at once while nobody changes it; results do not depend on the instruction set. Parts of a
+    // scan outside the image hold no edge; settings out of range, coordinates that are no numbers or beyond
+    // 1e9, and too little memory give nothing.
     //
     // A scan samples the image, smoothed by the cubic B-spline, 1 pixel apart, and smooths the steps between
     // the samples by a Gaussian, sigma in all. Where they peak is an edge; its contrast is the sum of the
