@@ -1,6 +1,7 @@
 #include "fuzz/FuzzInput.h"
 #include "image/VisionImage.h"
 #include "image/WorkPool.h"
+#include "measure/EdgeMeasure.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -55,6 +56,12 @@ std::string filePath()
                                      ("ormalux-calls-" + std::to_string(std::uintptr_t(&filePath))))
                                         .string();
     return path;
+}
+
+CEdgeSettings edgeSettings(Bench& b)
+{
+    return {CEdgePolarity(b.in.below(3)), CEdgeSelect(b.in.below(4)), double(b.in.below(64)),
+            b.in.below(40) / 8.0, b.in.below(40)};
 }
 
 const Call pixelCalls[] = {
@@ -177,6 +184,21 @@ const Call measureCalls[] = {
     [](Bench& b) {
         _stLineGaugeResult result{};
         b.image.GetLineGauge(b.at(), b.at(), b.at(), b.at(), b.in.below(3), b.in.below(3), b.at(), result);
+    },
+    [](Bench& b) {
+        std::vector<CEdgePoint> edges;
+        b.image.GetEdges(b.at() / 4.0, b.at() / 4.0, b.at() / 4.0, b.at() / 4.0, edgeSettings(b), edges);
+    },
+    [](Bench& b) {
+        CEdgeLine line{};
+        const CEdgeBox box{b.at() / 4.0, b.at() / 4.0, b.at() / 4.0,
+                           b.at() / 4.0, b.at() / 4.0, b.in.below(200)};
+        b.image.GetEdgeLine(box, edgeSettings(b), line);
+    },
+    [](Bench& b) {
+        CEdgeCircle circle{};
+        const CEdgeRing ring{b.at() / 4.0, b.at() / 4.0, b.at() / 4.0, b.at() / 4.0, b.in.below(200)};
+        b.image.GetEdgeCircle(ring, edgeSettings(b), circle);
     },
     [](Bench& b) {
         _stLineGaugeResult result{};

@@ -5,6 +5,18 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
+#include <vector>
+
+// What sub-pixel measurements take and give: measure/EdgeMeasure.h, measure/PlaneMeasure.h.
+struct CEdgeSettings;
+struct CEdgePoint;
+struct CEdgeBox;
+struct CEdgeRing;
+struct CEdgeLine;
+struct CEdgeCircle;
+struct CPlanePoint;
+struct CPlaneLine;
+
 /// Edge polarities: along the measuring line from dark to bright, or from bright to dark.
 enum
 {
@@ -400,6 +412,58 @@ public:
                      _stLineGaugeResult& result) const;
     int GetLineGauge(int x1, int y1, int x2, int y2, int polarity, int direction, int step, int threshold,
                      _stLineGaugeResult& result) const;
+
+    // Sub-pixel measurements (measure/VisionImageSubpixel.cpp)
+    //
+    // Arguments and results: measure/EdgeMeasure.h, measure/PlaneMeasure.h. Any number of threads may measure
+    // one image at once while nobody changes it; results do not depend on the instruction set. Parts of a
+    // scan outside the image hold no edge; settings out of range, coordinates that are no numbers or beyond
+    // 1e9, and too little memory give nothing.
+    //
+    // A scan samples the image, smoothed by the cubic B-spline, 1 pixel apart, and smooths the steps between
+    // the samples by a Gaussian, sigma in all. Where they peak is an edge; its contrast is the sum of the
+    // smoothed steps between the valleys about the peak (within 3 sigma + 1), so an ideal step of 40 levels
+    // has the contrast 40. Its position is the centre of the unsmoothed steps within 1.75 max(sigma, 1) of
+    // it, with falling weight for another 3 max(sigma, 2/3); up to three times as far on a blurred edge, less
+    // next to another one. Where it lies between two pixels has hardly any influence.
+    //
+    // Measured with sigma 1 on drawn edges (every pixel the mean over its square, rounded to levels) at all
+    // angles: a scan of width 1 errs by 0.010 rms and at most 0.03 pixels, of width 3 and more at most 0.011,
+    // the mean is below 0.001. Normal noise of 4 levels at a contrast of 100 scatters a scan by 0.054 pixels
+    // at width 1, 0.032 at 5, 0.024 at 9, 0.020 at 15, 0.014 at 25, in proportion to noise over contrast.
+    // Edges blurred by a Gaussian of up to 2 pixels err by at most 0.023. Edges 5 pixels apart pull at each
+    // other by at most 0.015 pixels, 4 apart by 0.055; nearer ones repel each other.
+
+    /// Appends the selected edges along the straight scan from (x1, y1) to (x2, y2), ends included, in its
+    /// order. Returns the number of edges in the list.
+    int GetEdges(double x1, double y1, double x2, double y2, const CEdgeSettings& settings,
+                 std::vector<CEdgePoint>& edges) const;
+    /// Measures a straight edge: one edge a scan, then the line of least orthogonal distances, weighted by
+    /// Tukey's biweight from the line that half of the edges lie nearest to. Returns 1; 0, and line is as
+    /// before, without an edge on a quarter of the scans and on three.
+    ///
+    /// Measured in boxes 100 long with 100 scans at all angles: without noise errors of at most 0.01 pixels
+    /// and 0.005 degrees (an edge exactly along the pixels is off by what rounding to levels moves it, half a
+    /// level over the contrast); with noise of 4 levels at a contrast of 100 a scatter of 0.008 pixels and
+    /// 0.016 degrees. A notch over 30 % of the scans moves it by less than 0.015 pixels and 0.02 degrees.
+    int GetEdgeLine(const CEdgeBox& box, const CEdgeSettings& settings, CEdgeLine& line) const;
+    /// Measures a circular edge in the same way. That smoothing moves a rim of radius r towards the centre,
+    /// by variance / 2r, is made up for. Returns 1; 0, and circle is as before, without an edge on a quarter
+    /// of the rays and on three.
+    ///
+    /// Measured on drawn discs with 64 rays and without noise: centre and radius within 0.008 pixels for
+    /// radii from 4 to 120, within 0.016 for radii from 8 on with a third of the rim hidden.
+    int GetEdgeCircle(const CEdgeRing& ring, const CEdgeSettings& settings, CEdgeCircle& circle) const;
+    /// In pixels: between points; from a point perpendicular to a line; from the first line's point
+    /// perpendicular to the second line. Static as what follows, without state, callable from any thread.
+    static double GetDistance(const CPlanePoint& a, const CPlanePoint& b);
+    static double GetDistance(const CPlanePoint& point, const CPlaneLine& line);
+    static double GetDistance(const CPlaneLine& first, const CPlaneLine& second);
+    /// The angle between two lines, 0 to 90 degrees.
+    static double GetLineAngle(const CPlaneLine& a, const CPlaneLine& b);
+    /// Where two lines meet. Returns 1, or 0 and leaves at as it is for lines that are parallel to a
+    /// millionth of a degree.
+    static int GetIntersection(const CPlaneLine& a, const CPlaneLine& b, CPlanePoint& at);
 
     // Matching (match/VisionImageMatch.cpp)
     //

@@ -1,6 +1,8 @@
 #include "array/Array.h"
 #include "color/VisionImage24.h"
 #include "image/VisionImage.h"
+#include "measure/EdgeMeasure.h"
+#include "measure/PlaneMeasure.h"
 #include "platform/Stdlib.h"
 
 #include <cstdio>
@@ -15,6 +17,12 @@ int main()
     const int count = image.GetBlobList(128, 255, 2, 64, 2, 48, blobs);
     blobs.SortPixelCount();
     std::printf("%d blobs, the largest has %d pixels\n", count, int(blobs[count - 1].pixel_count));
+
+    CEdgeLine edge{};
+    image.GetEdgeLine({14.5, 9.5, 6, 8, 0, 6}, {}, edge);
+    CKestPlaneScale scale;
+    scale.SetPerPixel(0.2);
+    std::printf("edge at %.2f mm\n", scale.GetDistance({edge.x, 0}, {edge.x, edge.y}));
 
     CKestImage24 color;
     std::printf("empty %d, %s processors\n", color.IsEmpty() ? 1 : 0,

@@ -10,7 +10,7 @@ cmake --install "$build" --prefix "$stage/prefix" >"$stage.log"
 
 cmake -S "$here" -B "$stage/consumer" -G Ninja -DCMAKE_PREFIX_PATH="$stage/prefix" -DCMAKE_BUILD_TYPE=Release >>"$stage.log"
 cmake --build "$stage/consumer" >>"$stage.log"
-expected=$'2 blobs, the largest has 80 pixels\nempty 1, some processors\n4'
+expected=$'2 blobs, the largest has 80 pixels\nedge at 1.90 mm\nempty 1, some processors\n4'
 [ "$("$stage/consumer/consumer")" = "$expected" ] || { echo "find_package consumer printed something else"; exit 1; }
 if [ -x "$stage/consumer/consumer_view" ]; then
     [ "$(QT_QPA_PLATFORM=offscreen "$stage/consumer/consumer_view")" = "ff0000 1 1 0000ff" ] || { echo "view consumer failed"; exit 1; }
