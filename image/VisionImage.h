@@ -18,6 +18,30 @@ enum
     DIRECTION_HORIZENTAL = 1
 };
 
+/// What LocalThreshold compares a pixel with.
+enum
+{
+    LOCAL_MEAN = 0,
+    LOCAL_GAUSSIAN = 1
+};
+/// Operations of Morphology.
+enum
+{
+    MORPHOLOGY_ERODE = 0,
+    MORPHOLOGY_DILATE = 1,
+    MORPHOLOGY_OPEN = 2,
+    MORPHOLOGY_CLOSE = 3,
+    MORPHOLOGY_TOPHAT = 4,
+    MORPHOLOGY_GRADIENT = 5
+};
+/// Shapes of Morphology.
+enum
+{
+    MORPHOLOGY_RECT = 0,
+    MORPHOLOGY_CROSS = 1,
+    MORPHOLOGY_ELLIPSE = 2
+};
+
 /// A measured straight edge.
 struct _stLineGaugeResult
 {
@@ -161,6 +185,21 @@ public:
     /// In each row, pixels greater than the mean of the means of the row's edges, from left to right, become
     /// 255 and all others 0; rows without an edge are filled with fill.
     void AdaptiveThreshold(unsigned char fill);
+    /// Otsu's level: the t at which splitting the pixels into those up to t and those above makes the
+    /// variance between the two classes largest, the least of equals; 0 for an empty image or one of a single
+    /// level. N. Otsu, IEEE Trans. SMC 9 (1979); equals OpenCV's THRESH_OTSU.
+    int GetOtsuThreshold() const;
+    /// Threshold at Otsu's level, which is returned.
+    int OtsuThreshold();
+    /// A pixel becomes 255 where it exceeds the mean of the window around it less offset, else 0; pixels
+    /// outside the image count as the nearest one inside.
+    ///
+    /// LOCAL_MEAN takes the plain mean, at the same cost for every window; LOCAL_GAUSSIAN one weighted by a
+    /// Gaussian of sigma 0.3 ((window - 1) / 2 - 1) + 0.8, up to window 9 by the usual fixed weights. Means
+    /// are rounded to levels. Equals OpenCV's adaptiveThreshold with C = offset: every pixel for the mean,
+    /// all but one in a thousand for the Gaussian. window is odd, 3 to 1001. Returns 1, or 0 with the image
+    /// unchanged for arguments out of range or too little memory.
+    int LocalThreshold(int method, int window, double offset);
     /// The mean, truncated, of the means of the edges on every step-th line: mode 'H' rows from left to
     /// right, 'V' columns from top to bottom, 'A' both; 0 for other modes and without edges. A step below 1
     /// counts as 1, one not below the width as half the width. Deliberate: every worker starts its steps at
@@ -228,6 +267,16 @@ public:
     void OpenBox();
     /// Dilate, then Erode.
     void CloseBox();
+    /// The textbook's gray morphology: every pixel becomes the least or greatest of the unchanged pixels
+    /// under the shape, whose anchor (width / 2, height / 2) lies on it; what lies outside the image does not
+    /// count.
+    ///
+    /// MORPHOLOGY_OPEN erodes, then dilates; MORPHOLOGY_CLOSE the other way round; MORPHOLOGY_TOPHAT is the
+    /// image less its opening, MORPHOLOGY_GRADIENT the dilated less the eroded image. Shapes are those of
+    /// OpenCV's getStructuringElement, results those of its morphologyEx. Sizes 1 to 255; the cost of a
+    /// rectangle does not grow with its height and hardly with its width. Returns 1, or 0 with the image
+    /// unchanged for arguments out of range or too little memory.
+    int Morphology(int operation, int shape, int width, int height);
 
     // Geometric transforms (image/VisionImageTransform.cpp)
 

@@ -2,6 +2,7 @@
 
 #include "image/Morphology.h"
 #include "image/NamedFilters.h"
+#include "image/ShapeMorphology.h"
 
 using ormalux::NamedFilter;
 
@@ -70,4 +71,13 @@ void CKestImage::CloseBox()
 {
     Dilate();
     Erode();
+}
+
+int CKestImage::Morphology(int operation, int shape, int width, int height)
+{
+    if (operation < MORPHOLOGY_ERODE || operation > MORPHOLOGY_GRADIENT || shape < MORPHOLOGY_RECT ||
+        shape > MORPHOLOGY_ELLIPSE)
+        return 0;
+    return ormalux::morphology(view(), static_cast<ormalux::MorphologyOperation>(operation),
+                               static_cast<ormalux::ElementShape>(shape), width, height);
 }
