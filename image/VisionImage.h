@@ -22,6 +22,8 @@ enum
 
 /// What is measured of a blob (measure/BlobFeature.h).
 struct CBlobFeature;
+/// Where the pixels of an image lie in another one (measure/Alignment.h).
+struct CAlignment;
 
 /// What LocalThreshold compares a pixel with.
 enum
@@ -361,6 +363,24 @@ public:
                         std::vector<CBlobFeature>& result) const;
     /// The same over the whole image, with blobs of every area and at the border.
     int GetBlobFeatures(int threshold, int object, int connectivity, std::vector<CBlobFeature>& result) const;
+
+    // Comparison (measure/VisionImageCompare.cpp)
+
+    /// Marks with 255 the pixels that differ from a golden image, all others with 0; marks gets this image's
+    /// size and can be searched for blobs.
+    ///
+    /// With low and high the least and greatest golden level up to grow pixels away, along rows and columns,
+    /// a pixel p differs if |p - clamp(p, low, high)| > threshold. So grow 1 forgives edges that lie up to a
+    /// pixel elsewhere. The golden levels are taken where the alignment leads, between pixels bilinearly in
+    /// steps of 1 / 256 pixel; pixels that lie outside the golden image are not compared. threshold 0 to 255,
+    /// grow 0 to 100.
+    ///
+    /// Returns the number of compared pixels. 0, with marks empty, when the images do not overlap, without
+    /// pixels, for other arguments, an alignment that leads farther than 2^29 pixels away, or too little
+    /// memory; marks that are this image or the golden one are refused and stay. May run on one image from
+    /// several threads.
+    int Compare(const CKestImage& golden, const CAlignment& alignment, int threshold, int grow,
+                CKestImage& marks) const;
 
     // Plane geometry (measure/VisionImageGeometry.cpp). Static, without state, callable from any thread.
 
