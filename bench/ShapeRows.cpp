@@ -100,6 +100,12 @@ const bench::Register rows{[](std::vector<bench::Row>& table) {
              {std::pair{"LocalThreshold mean 15", 15}, std::pair{"LocalThreshold mean 101", 101},
               std::pair{"LocalThreshold mean 501", 501}})
             addRow(table, extent, localPair(name, LOCAL_MEAN, window, 0.5));
+        addRow(table, extent,
+               {"Median3x3", "medianBlur", 0.3, [](CKestImage& image) { image.Median3x3(); },
+                [](const cv::Mat& in, cv::Mat& out) { cv::medianBlur(in, out, 3); }});
+        addRow(table, extent,
+               {"Median5x5", "medianBlur", 0.3, [](CKestImage& image) { image.Median5x5(); },
+                [](const cv::Mat& in, cv::Mat& out) { cv::medianBlur(in, out, 5); }});
         addRow(table, extent, localPair("LocalThreshold gaussian 15", LOCAL_GAUSSIAN, 15, 0.5));
         addRow(table, extent, localPair("LocalThreshold gaussian 101", LOCAL_GAUSSIAN, 101, 0.5));
         for (const auto& [name, size] :

@@ -263,6 +263,10 @@ public:
     void Edge();
     /// S - 9 p: bright where a pixel is darker than its neighbours.
     void Laplacian();
+    /// The median of the 3 x 3 neighbourhood; equals OpenCV's medianBlur.
+    void Median3x3();
+    /// The median of the 5 x 5 neighbourhood.
+    void Median5x5();
     /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing.
     /// Deliberate: the scan works in place from the top left, so that the neighbours above and to the left
     /// are already eroded and a dark pixel spreads through the rest of its row and to the lower right;

@@ -1,5 +1,6 @@
 #include "image/VisionImage.h"
 
+#include "image/MedianFilter.h"
 #include "image/Morphology.h"
 #include "image/NamedFilters.h"
 #include "image/ShapeMorphology.h"
@@ -49,6 +50,16 @@ void CKestImage::Edge()
 void CKestImage::Laplacian()
 {
     ormalux::filter(view(), NamedFilter::Laplacian);
+}
+
+void CKestImage::Median3x3()
+{
+    ormalux::medianFilter(view(), 3);
+}
+
+void CKestImage::Median5x5()
+{
+    ormalux::medianFilter(view(), 5);
 }
 
 void CKestImage::Erode()

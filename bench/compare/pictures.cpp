@@ -108,6 +108,20 @@ bool morphology()
     return count.report("Morphology", 0);
 }
 
+bool median(int size, const char* what)
+{
+    Count count;
+    for (int i = 0; i < 300; ++i) {
+        const cv::Mat in = picture(300);
+        cv::Mat out;
+        cv::medianBlur(in, out, size);
+        CKestImage ours = imageOf(in);
+        size == 3 ? ours.Median3x3() : ours.Median5x5();
+        count.add(ours, out);
+    }
+    return count.report(what, 0);
+}
+
 } // namespace
 
 int main()
@@ -116,5 +130,7 @@ int main()
     right &= morphology();
     right &= local(LOCAL_MEAN, "LocalThreshold, mean", 0);
     right &= local(LOCAL_GAUSSIAN, "LocalThreshold, Gaussian", 0.001);
+    right &= median(3, "Median3x3");
+    right &= median(5, "Median5x5");
     return right ? 0 : 1;
 }
