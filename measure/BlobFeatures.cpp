@@ -124,15 +124,21 @@ void measureEllipse(const Sums& sums, std::int64_t area, CBlobFeature& feature)
     // where they ought to be.
     const double scale = 1.0 / (double(area) * double(area));
     const auto moment = [&](Wide square, std::uint64_t a, std::uint64_t b) {
-        return double(SignedWide(square * std::uint64_t(area) - Wide(a) * b)) * scale;
+        const auto whole = SignedWide(square * std::uint64_t(area) - Wide(a) * b);
+        // Nearly all fit, and wide numbers take their time to become doubles.
+        const auto narrow = std::int64_t(whole);
+        return (narrow == whole ? double(narrow) : double(whole)) * scale;
     };
     const double xx = moment(sums.xx, sums.x, sums.x), yy = moment(sums.yy, sums.y, sums.y),
                  xy = moment(sums.xy, sums.x, sums.y);
-    const double middle = (xx + yy) / 2 + 1.0 / 12, half = std::hypot(xx - yy, 2 * xy) / 2;
+    const double middle = (xx + yy) / 2 + 1.0 / 12, half = std::sqrt((xx - yy) * (xx - yy) + 4 * xy * xy) / 2;
     feature.major = 4 * std::sqrt(middle + half);
     feature.minor = 4 * std::sqrt(std::max(middle - half, 0.0));
     // Rows grow downwards, angles upwards.
-    feature.orientation = 90 / std::numbers::pi * std::atan2(xy == 0 ? 0.0 : -2 * xy, xx - yy);
+    if (xy == 0)
+        feature.orientation = xx >= yy ? 0 : 90;
+    else
+        feature.orientation = 90 / std::numbers::pi * std::atan2(-2 * xy, xx - yy);
 }
 
 CBlobFeature featureOf(const Sums& sums, const RunTable::Blob& blob, const BlobRegion& region)

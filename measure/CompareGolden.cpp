@@ -1,6 +1,6 @@
 #include "measure/CompareGolden.h"
 
-#include "image/kernels/ExtremeKernels.h"
+#include "image/ScratchBytes.h"
 #include "measure/AlignedRows.h"
 #include "measure/kernels/CompareKernels.h"
 
@@ -18,8 +18,7 @@ class ColumnExtremes
 public:
     ColumnExtremes(int width, int grow)
         : m_width(std::size_t(width)), m_grow(grow), m_margin(std::size_t(wholeLines(grow))),
-          m_stride(std::size_t(wholeLines(width)) + 2 * m_margin), m_bytes(scratchBytes(2 * m_stride)),
-          m_least(kernels::leastOfRows()), m_greatest(kernels::greatestOfRows())
+          m_stride(std::size_t(wholeLines(width)) + 2 * m_margin), m_bytes(scratchBytes(2 * m_stride))
     {
         if (!m_bytes)
             return;
@@ -44,8 +43,8 @@ public:
             low[n] = rows.least(row) + begin;
             high[n++] = rows.greatest(row) + begin;
         }
-        m_least(low, n, least() + begin, end - begin);
-        m_greatest(high, n, greatest() + begin, end - begin);
+        kernels::columnExtremes(low, rows.direct() ? low : high, n, least() + begin, greatest() + begin,
+                                end - begin);
     }
 
 private:
@@ -54,7 +53,6 @@ private:
     std::size_t m_margin;
     std::size_t m_stride;
     ScratchBytes m_bytes;
-    kernels::RowExtreme m_least, m_greatest;
 };
 
 } // namespace

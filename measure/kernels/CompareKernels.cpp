@@ -35,6 +35,34 @@ void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx,
                               16);
 }
 
+void columnExtremes(const std::uint8_t* const* least, const std::uint8_t* const* greatest, std::size_t n,
+                    std::uint8_t* low, std::uint8_t* high, std::size_t count)
+{
+    std::size_t x = 0;
+#if !ORMALUX_PLAIN
+    const hn::ScalableTag<std::uint8_t> d;
+    const bool same = least == greatest;
+    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
+        auto a = hn::LoadU(d, least[0] + x), b = same ? a : hn::LoadU(d, greatest[0] + x);
+        for (std::size_t i = 1; i < n; ++i) {
+            const auto next = hn::LoadU(d, least[i] + x);
+            a = hn::Min(a, next);
+            b = hn::Max(b, same ? next : hn::LoadU(d, greatest[i] + x));
+        }
+        hn::StoreU(a, d, low + x);
+        hn::StoreU(b, d, high + x);
+    }
+#endif
+    for (; x < count; ++x) {
+        low[x] = least[0][x];
+        high[x] = greatest[0][x];
+        for (std::size_t i = 1; i < n; ++i) {
+            low[x] = std::min(low[x], least[i][x]);
+            high[x] = std::max(high[x], greatest[i][x]);
+        }
+    }
+}
+
 void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const std::uint8_t* greatest,
                   std::size_t grow, std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
 {
@@ -70,12 +98,19 @@ HWY_AFTER_NAMESPACE();
 namespace ormalux::kernels {
 
 ORMALUX_SIMD_TABLE(blendRow);
+ORMALUX_SIMD_TABLE(columnExtremes);
 ORMALUX_SIMD_TABLE(markOutliers);
 
 void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx, unsigned fy,
               std::uint8_t* out, std::size_t count)
 {
     ORMALUX_SIMD_CALL(blendRow)(upper, lower, fx, fy, out, count);
+}
+
+void columnExtremes(const std::uint8_t* const* least, const std::uint8_t* const* greatest, std::size_t n,
+                    std::uint8_t* low, std::uint8_t* high, std::size_t count)
+{
+    ORMALUX_SIMD_CALL(columnExtremes)(least, greatest, n, low, high, count);
 }
 
 void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const std::uint8_t* greatest,
