@@ -91,6 +91,38 @@ void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const s
     }
 }
 
+void markOutliersOfThree(const std::uint8_t* pixels, const std::uint8_t* const* golden,
+                         std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
+{
+    std::size_t x = 0;
+#if !ORMALUX_PLAIN
+    const hn::ScalableTag<std::uint8_t> d;
+    const auto limit = hn::Set(d, threshold);
+    const std::uint8_t *above = golden[0], *own = golden[1], *below = golden[2];
+    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
+        auto low = hn::LoadU(d, own + x), high = low;
+        for (const std::uint8_t* row : {above + x, own + x, below + x}) {
+            const auto left = hn::LoadU(d, row - 1), middle = hn::LoadU(d, row),
+                       right = hn::LoadU(d, row + 1);
+            low = hn::Min(low, hn::Min(hn::Min(left, middle), right));
+            high = hn::Max(high, hn::Max(hn::Max(left, middle), right));
+        }
+        const auto p = hn::LoadU(d, pixels + x);
+        const auto apart = hn::Or(hn::SaturatedSub(p, high), hn::SaturatedSub(low, p));
+        hn::StoreU(hn::VecFromMask(d, hn::Gt(apart, limit)), d, marks + x);
+    }
+#endif
+    for (; x < count; ++x) {
+        int low = 255, high = 0;
+        for (int row = 0; row < 3; ++row)
+            for (const std::uint8_t* level = golden[row] + x - 1; level < golden[row] + x + 2; ++level) {
+                low = std::min<int>(low, *level);
+                high = std::max<int>(high, *level);
+            }
+        marks[x] = std::max(pixels[x] - high, low - pixels[x]) > threshold ? 255 : 0;
+    }
+}
+
 } // namespace ormalux::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -100,6 +132,7 @@ namespace ormalux::kernels {
 ORMALUX_SIMD_TABLE(blendRow);
 ORMALUX_SIMD_TABLE(columnExtremes);
 ORMALUX_SIMD_TABLE(markOutliers);
+ORMALUX_SIMD_TABLE(markOutliersOfThree);
 
 void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx, unsigned fy,
               std::uint8_t* out, std::size_t count)
@@ -117,6 +150,12 @@ void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const s
                   std::size_t grow, std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
 {
     ORMALUX_SIMD_CALL(markOutliers)(pixels, least, greatest, grow, threshold, marks, count);
+}
+
+void markOutliersOfThree(const std::uint8_t* pixels, const std::uint8_t* const* golden,
+                         std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
+{
+    ORMALUX_SIMD_CALL(markOutliersOfThree)(pixels, golden, threshold, marks, count);
 }
 
 } // namespace ormalux::kernels
