@@ -29,7 +29,7 @@ public:
     std::uint8_t* least() const { return m_bytes.get() + m_margin; }
     std::uint8_t* greatest() const { return least() + m_stride; }
 
-    /// Of the rows around y that are known, of those columns that are.
+    /// Of the rows around y that are known.
     void collect(const AlignedRows& rows, AlignedRows::Known columns, int y, int height)
     {
         const std::uint8_t *low[2 * maxGrow + 1], *high[2 * maxGrow + 1];
@@ -55,44 +55,6 @@ private:
     ScratchBytes m_bytes;
 };
 
-/// The places of a comparison's row.
-struct MarkedRow
-{
-    const std::uint8_t* pixels;
-    std::uint8_t* marks;
-    std::uint8_t threshold;
-};
-
-void markColumns(const AlignedRows& rows, ColumnExtremes& extremes, AlignedRows::Known columns, int y,
-                 int height, int grow, const MarkedRow& row)
-{
-    const int begin = columns.begin;
-    // The columns beside those marked are seen, too.
-    const AlignedRows::Known all = rows.known(y);
-    const AlignedRows::Known seen{std::max(begin - grow, all.begin), std::min(columns.end + grow, all.end)};
-    extremes.collect(rows, seen, y, height);
-    kernels::markOutliers(row.pixels + begin, extremes.least() + begin, extremes.greatest() + begin,
-                          std::size_t(grow), row.threshold, row.marks + begin,
-                          std::size_t(columns.end - begin));
-}
-
-// What is done most, forgiving one pixel of a golden picture that is read itself: only the ends of the row
-// take the long way.
-void markRowOfThree(const AlignedRows& rows, ColumnExtremes& extremes, AlignedRows::Known columns, int y,
-                    int height, const MarkedRow& row)
-{
-    const auto levelsOf = [&](int other) {
-        return rows.least(other >= 0 && other < height && !rows.known(other).none() ? other : y);
-    };
-    const int first = columns.begin + 1, end = columns.end - 1;
-    markColumns(rows, extremes, {columns.begin, first}, y, height, 1, row);
-    const std::uint8_t* const golden[] = {levelsOf(y - 1) + first, levelsOf(y) + first,
-                                          levelsOf(y + 1) + first};
-    kernels::markOutliersOfThree(row.pixels + first, golden, row.threshold, row.marks + first,
-                                 std::size_t(end - first));
-    markColumns(rows, extremes, {end, columns.end}, y, height, 1, row);
-}
-
 } // namespace
 
 std::int64_t compareGolden(ConstGrayView picture, ConstGrayView golden, const CAlignment& alignment,
@@ -115,11 +77,10 @@ std::int64_t compareGolden(ConstGrayView picture, ConstGrayView golden, const CA
         std::memset(out + columns.end, 0, std::size_t(picture.width - columns.end));
         if (columns.none())
             continue;
-        const MarkedRow row{picture.row(y), out, std::uint8_t(threshold)};
-        if (rows.direct() && grow == 1 && columns.end - columns.begin > 2)
-            markRowOfThree(rows, extremes, columns, y, picture.height, row);
-        else
-            markColumns(rows, extremes, columns, y, picture.height, grow, row);
+        extremes.collect(rows, columns, y, picture.height);
+        kernels::markOutliers(picture.row(y) + columns.begin, extremes.least() + columns.begin,
+                              extremes.greatest() + columns.begin, std::size_t(grow), std::uint8_t(threshold),
+                              out + columns.begin, std::size_t(columns.end - columns.begin));
         compared += columns.end - columns.begin;
     }
     return compared;

@@ -10,6 +10,19 @@ HWY_BEFORE_NAMESPACE();
 namespace ormalux::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+#if !ORMALUX_PLAIN
+namespace {
+
+// Where the next vector of count columns begins, behind one at x: the last one overlaps the one before,
+// unless all columns are fewer than its lanes; those left over are done one by one.
+HWY_INLINE std::size_t nextVector(std::size_t x, std::size_t lanes, std::size_t count)
+{
+    return x + lanes < count && x + 2 * lanes > count ? count - lanes : x + lanes;
+}
+
+} // namespace
+#endif
+
 void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx, unsigned fy,
               std::uint8_t* out, std::size_t count)
 {
@@ -22,7 +35,7 @@ void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx,
     const auto weighed = [&](const std::uint8_t* pixels, int n) HWY_ATTR {
         return hn::Mul(hn::PromoteTo(d, hn::LoadU(few, pixels)), hn::Set(d, std::int32_t(weights[n])));
     };
-    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
+    for (; x + hn::Lanes(d) <= count; x = nextVector(x, hn::Lanes(d), count)) {
         const auto above = hn::Add(weighed(upper + x, 0), weighed(upper + x + next, 1));
         const auto below = hn::Add(weighed(lower + x, 2), weighed(lower + x + next, 3));
         const auto sum = hn::Add(hn::Add(above, below), hn::Set(d, 1 << 15));
@@ -42,7 +55,7 @@ void columnExtremes(const std::uint8_t* const* least, const std::uint8_t* const*
 #if !ORMALUX_PLAIN
     const hn::ScalableTag<std::uint8_t> d;
     const bool same = least == greatest;
-    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
+    for (; x + hn::Lanes(d) <= count; x = nextVector(x, hn::Lanes(d), count)) {
         auto a = hn::LoadU(d, least[0] + x), b = same ? a : hn::LoadU(d, greatest[0] + x);
         for (std::size_t i = 1; i < n; ++i) {
             const auto next = hn::LoadU(d, least[i] + x);
@@ -71,7 +84,7 @@ void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const s
 #if !ORMALUX_PLAIN
     const hn::ScalableTag<std::uint8_t> d;
     const auto limit = hn::Set(d, threshold);
-    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
+    for (; x + hn::Lanes(d) <= count; x = nextVector(x, hn::Lanes(d), count)) {
         auto low = hn::LoadU(d, least + x), high = hn::LoadU(d, greatest + x);
         for (std::ptrdiff_t i = 1; i <= reach; ++i) {
             low = hn::Min(low, hn::Min(hn::LoadU(d, least + x - i), hn::LoadU(d, least + x + i)));
@@ -91,38 +104,6 @@ void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const s
     }
 }
 
-void markOutliersOfThree(const std::uint8_t* pixels, const std::uint8_t* const* golden,
-                         std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
-{
-    std::size_t x = 0;
-#if !ORMALUX_PLAIN
-    const hn::ScalableTag<std::uint8_t> d;
-    const auto limit = hn::Set(d, threshold);
-    const std::uint8_t *above = golden[0], *own = golden[1], *below = golden[2];
-    for (; x + hn::Lanes(d) <= count; x += hn::Lanes(d)) {
-        auto low = hn::LoadU(d, own + x), high = low;
-        for (const std::uint8_t* row : {above + x, own + x, below + x}) {
-            const auto left = hn::LoadU(d, row - 1), middle = hn::LoadU(d, row),
-                       right = hn::LoadU(d, row + 1);
-            low = hn::Min(low, hn::Min(hn::Min(left, middle), right));
-            high = hn::Max(high, hn::Max(hn::Max(left, middle), right));
-        }
-        const auto p = hn::LoadU(d, pixels + x);
-        const auto apart = hn::Or(hn::SaturatedSub(p, high), hn::SaturatedSub(low, p));
-        hn::StoreU(hn::VecFromMask(d, hn::Gt(apart, limit)), d, marks + x);
-    }
-#endif
-    for (; x < count; ++x) {
-        int low = 255, high = 0;
-        for (int row = 0; row < 3; ++row)
-            for (const std::uint8_t* level = golden[row] + x - 1; level < golden[row] + x + 2; ++level) {
-                low = std::min<int>(low, *level);
-                high = std::max<int>(high, *level);
-            }
-        marks[x] = std::max(pixels[x] - high, low - pixels[x]) > threshold ? 255 : 0;
-    }
-}
-
 } // namespace ormalux::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -132,7 +113,6 @@ namespace ormalux::kernels {
 ORMALUX_SIMD_TABLE(blendRow);
 ORMALUX_SIMD_TABLE(columnExtremes);
 ORMALUX_SIMD_TABLE(markOutliers);
-ORMALUX_SIMD_TABLE(markOutliersOfThree);
 
 void blendRow(const std::uint8_t* upper, const std::uint8_t* lower, unsigned fx, unsigned fy,
               std::uint8_t* out, std::size_t count)
@@ -150,12 +130,6 @@ void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const s
                   std::size_t grow, std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
 {
     ORMALUX_SIMD_CALL(markOutliers)(pixels, least, greatest, grow, threshold, marks, count);
-}
-
-void markOutliersOfThree(const std::uint8_t* pixels, const std::uint8_t* const* golden,
-                         std::uint8_t threshold, std::uint8_t* marks, std::size_t count)
-{
-    ORMALUX_SIMD_CALL(markOutliersOfThree)(pixels, golden, threshold, marks, count);
 }
 
 } // namespace ormalux::kernels

@@ -24,8 +24,4 @@ void columnExtremes(const std::uint8_t* const* least, const std::uint8_t* const*
 void markOutliers(const std::uint8_t* pixels, const std::uint8_t* least, const std::uint8_t* greatest,
                   std::size_t grow, std::uint8_t threshold, std::uint8_t* marks, std::size_t count);
 
-/// The same with the levels of golden rows themselves, from x - 1 to x + 1 in each of three, in one pass.
-void markOutliersOfThree(const std::uint8_t* pixels, const std::uint8_t* const* golden,
-                         std::uint8_t threshold, std::uint8_t* marks, std::size_t count);
-
 } // namespace ormalux::kernels
