@@ -210,7 +210,8 @@ TEST(BlobFeatures, OrientationIsCounterClockwiseWithYUp)
     EXPECT_DOUBLE_EQ(featuresOf(drawn({"#..", ".#.", "..#"}), 3, 8)[0].orientation, -45);
     EXPECT_DOUBLE_EQ(featuresOf(drawn({"##", "##"}), 2, 4)[0].orientation, 0);
     // Variances 60 / 9 and 6 / 9, covariance 18 / 9: half the angle whose tangent is 4 / 6.
-    EXPECT_NEAR(featuresOf(drawn({"......###", "...###...", "###......"}), 9, 8)[0].orientation, 16.845034, 1e-6);
+    EXPECT_NEAR(featuresOf(drawn({"......###", "...###...", "###......"}), 9, 8)[0].orientation, 16.845034,
+                1e-6);
 }
 
 TEST(BlobFeatures, AxesOfARectangleCountPixelsAsSquares)
