@@ -62,8 +62,8 @@ TEST(HueRange, SelectsWhatTheFormulasSelect)
 
 TEST(HueRange, FindsRedPartsThroughZero)
 {
-    // Blue, green, red: a red part of two pixels, one of orange at hue 19.76, green.
-    Pixels bgr = {20, 0, 255, 20, 0, 255, 0, 0, 0, 0, 84, 255, 0, 84, 255, 0, 255, 0};
+    // Blue, green, red: a red part of two pixels, one of orange at hue 19.76, green; the row is padded.
+    Pixels bgr = {20, 0, 255, 20, 0, 255, 0, 0, 0, 0, 84, 255, 0, 84, 255, 0, 255, 0, 0, 0};
     const CKestImage24 image(6, 1, bgr.data());
     CBlobRectArray found;
     EXPECT_EQ(image.GetHueRangeBlobList(340, 19, 50, 255, 50, 255, 2, 9, 1, 9, found), 1);
