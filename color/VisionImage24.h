@@ -223,6 +223,23 @@ public:
                               CBlobRectArray& result) const;
     int GetColorRangeBlobList(int left, int top, int right, int bottom, COLORREF low, COLORREF high,
                               long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
+    /// Blobs of pixels whose hue, saturation and value lie within the ends: hues in degrees, 0 to 360, from
+    /// low_hue up to high_hue, through 0 where low_hue is the larger; saturation and value 0 to 255.
+    ///
+    /// With max and d = max - min of the channels: value is max; saturation 255 d / max, rounded; hue 60 (G -
+    /// B) / d where R is the max, else 120 + 60 (B - R) / d where G is, else 240 + 60 (R - G) / d, plus 360
+    /// where negative, and 0 for gray. Hues are compared as exact fractions, their ends taken to 1 / 256
+    /// degree. Ends out of range or order find nothing.
+    int GetHueRangeBlobList(double low_hue, double high_hue, int low_saturation, int high_saturation,
+                            int low_value, int high_value, long min_w, long max_w, long min_h, long max_h,
+                            CBlobRectArray& result) const;
+    int GetHueRangeBlobList(int left, int top, int right, int bottom, double low_hue, double high_hue,
+                            int low_saturation, int high_saturation, int low_value, int high_value,
+                            long min_w, long max_w, long min_h, long max_h, CBlobRectArray& result) const;
+    /// Writes 255 for the pixels that GetHueRangeBlobList takes as objects, else 0, to marks, which gets this
+    /// image's size. Returns 1, or 0 with marks empty for an empty image, wrong ends or too little memory.
+    int GetHueRangeImage(double low_hue, double high_hue, int low_saturation, int high_saturation,
+                         int low_value, int high_value, CKestImage& marks) const;
     /// Blobs of the plane 'R', 'G', 'B' or 'A' of GetImageWithFilter; another letter returns 0.
     int GetPlaneBlobList(char channel, int threshold, int color, long min_w, long max_w, long min_h,
                          long max_h, CBlobRectArray& result) const;

@@ -30,6 +30,35 @@ enum
     DIRECTION_HORIZENTAL = 1
 };
 
+/// What is measured of a blob (measure/BlobFeature.h).
+struct CBlobFeature;
+/// Where the pixels of an image lie in another one (measure/Alignment.h).
+struct CAlignment;
+
+/// What LocalThreshold compares a pixel with.
+enum
+{
+    LOCAL_MEAN = 0,
+    LOCAL_GAUSSIAN = 1
+};
+/// Operations of Morphology.
+enum
+{
+    MORPHOLOGY_ERODE = 0,
+    MORPHOLOGY_DILATE = 1,
+    MORPHOLOGY_OPEN = 2,
+    MORPHOLOGY_CLOSE = 3,
+    MORPHOLOGY_TOPHAT = 4,
+    MORPHOLOGY_GRADIENT = 5
+};
+/// Shapes of Morphology.
+enum
+{
+    MORPHOLOGY_RECT = 0,
+    MORPHOLOGY_CROSS = 1,
+    MORPHOLOGY_ELLIPSE = 2
+};
+
 /// A measured straight edge.
 struct _stLineGaugeResult
 {
@@ -176,6 +205,21 @@ public:
     /// In each row, pixels greater than the mean of the means of the row's edges, from left to right, become
     /// 255 and all others 0; rows without an edge are filled with fill.
     void AdaptiveThreshold(unsigned char fill);
+    /// Otsu's level: the t at which splitting the pixels into those up to t and those above makes the
+    /// variance between the two classes largest, the least of equals; 0 for an empty image or one of a single
+    /// level. N. Otsu, IEEE Trans. SMC 9 (1979); equals OpenCV's THRESH_OTSU.
+    int GetOtsuThreshold() const;
+    /// Threshold at Otsu's level, which is returned.
+    int OtsuThreshold();
+    /// A pixel becomes 255 where it exceeds the mean of the window around it less offset, else 0; pixels
+    /// outside the image count as the nearest one inside.
+    ///
+    /// LOCAL_MEAN takes the plain mean, at the same cost for every window; LOCAL_GAUSSIAN one weighted by a
+    /// Gaussian of sigma 0.3 ((window - 1) / 2 - 1) + 0.8, up to window 9 by the usual fixed weights. Means
+    /// are rounded to levels. Equals OpenCV's adaptiveThreshold with C = offset: every pixel for the mean,
+    /// all but one in a thousand for the Gaussian. window is odd, 3 to 1001. Returns 1, or 0 with the image
+    /// unchanged for arguments out of range or too little memory.
+    int LocalThreshold(int method, int window, double offset);
     /// The mean, truncated, of the means of the edges on every step-th line: mode 'H' rows from left to
     /// right, 'V' columns from top to bottom, 'A' both; 0 for other modes and without edges. A step below 1
     /// counts as 1, one not below the width as half the width. Deliberate: every worker starts its steps at
@@ -234,6 +278,10 @@ public:
     void Edge();
     /// S - 9 p: bright where a pixel is darker than its neighbours.
     void Laplacian();
+    /// The median of the 3 x 3 neighbourhood; equals OpenCV's medianBlur.
+    void Median3x3();
+    /// The median of the 5 x 5 neighbourhood.
+    void Median5x5();
     /// The minimum of the 3 x 3 neighbourhood, neighbours outside the image left out. Allocates nothing.
     ///
     /// Deliberate: not the erosion of the textbooks. The scan writes where it reads, from the top left, so
@@ -250,6 +298,16 @@ public:
     void OpenBox();
     /// Dilate, then Erode. Deliberate: every pixel becomes the greatest of the four in the top left corner.
     void CloseBox();
+    /// The textbook's gray morphology: every pixel becomes the least or greatest of the unchanged pixels
+    /// under the shape, whose anchor (width / 2, height / 2) lies on it; what lies outside the image does not
+    /// count.
+    ///
+    /// MORPHOLOGY_OPEN erodes, then dilates; MORPHOLOGY_CLOSE the other way round; MORPHOLOGY_TOPHAT is the
+    /// image less its opening, MORPHOLOGY_GRADIENT the dilated less the eroded image. Shapes are those of
+    /// OpenCV's getStructuringElement, results those of its morphologyEx. Sizes 1 to 255; the cost of a
+    /// rectangle does not grow with its height and hardly with its width. Returns 1, or 0 with the image
+    /// unchanged for arguments out of range or too little memory.
+    int Morphology(int operation, int shape, int width, int height);
 
     // Geometric transforms (image/VisionImageTransform.cpp)
 
@@ -310,6 +368,45 @@ public:
     /// Objects: pixels with low <= p <= high.
     int GetGrayRangeBlobList(unsigned char low, unsigned char high, long min_w, long max_w, long min_h,
                              long max_h, CBlobRectArray& result) const;
+
+    // Blob features (measure/VisionImageFeature.cpp)
+
+    /// Measures the blobs of pixels above the threshold (object 255) or not above it (0) within a rectangle,
+    /// corners included in any order, what lies outside the image cut off: see CBlobFeature. What lies
+    /// outside the rectangle belongs to no blob.
+    ///
+    /// connectivity 4: pixels of a blob touch by their sides, 8: by corners too; holes the other way. border
+    /// 0 keeps blobs that touch the rectangle's outermost rows or columns, 1 drops them. Only blobs of
+    /// min_area to max_area pixels, both included, are measured. Rows come in the scan order of the blobs'
+    /// first pixels and replace what the result holds. Equal to scikit-image's regionprops: area, box,
+    /// centroid, holes and moments exactly, perimeter and orientation to 1e-6 (axes but for the 1 / 12 of a
+    /// pixel, which it leaves out).
+    ///
+    /// Returns the number of rows; 0 for an image without pixels, other arguments or too little memory. May
+    /// run on one image from several threads.
+    int GetBlobFeatures(int x1, int y1, int x2, int y2, int threshold, int object, int connectivity,
+                        int border, long long min_area, long long max_area,
+                        std::vector<CBlobFeature>& result) const;
+    /// The same over the whole image, with blobs of every area and at the border.
+    int GetBlobFeatures(int threshold, int object, int connectivity, std::vector<CBlobFeature>& result) const;
+
+    // Comparison (measure/VisionImageCompare.cpp)
+
+    /// Marks with 255 the pixels that differ from a golden image, all others with 0; marks gets this image's
+    /// size and can be searched for blobs.
+    ///
+    /// With low and high the least and greatest golden level up to grow pixels away, along rows and columns,
+    /// a pixel p differs if |p - clamp(p, low, high)| > threshold. So grow 1 forgives edges that lie up to a
+    /// pixel elsewhere. The golden levels are taken where the alignment leads, between pixels bilinearly in
+    /// steps of 1 / 256 pixel; pixels that lie outside the golden image are not compared. threshold 0 to 255,
+    /// grow 0 to 100.
+    ///
+    /// Returns the number of compared pixels. 0, with marks empty, when the images do not overlap, without
+    /// pixels, for other arguments, an alignment that leads farther than 2^29 pixels away, or too little
+    /// memory; marks that are this image or the golden one are refused and stay. May run on one image from
+    /// several threads.
+    int Compare(const CKestImage& golden, const CAlignment& alignment, int threshold, int grow,
+                CKestImage& marks) const;
 
     // Plane geometry (measure/VisionImageGeometry.cpp). Static, without state, callable from any thread.
 

@@ -1,7 +1,9 @@
 #include "image/VisionImage.h"
 
+#include "image/MedianFilter.h"
 #include "image/Morphology.h"
 #include "image/NamedFilters.h"
+#include "image/ShapeMorphology.h"
 
 using ormalux::NamedFilter;
 
@@ -50,6 +52,16 @@ void CKestImage::Laplacian()
     ormalux::filter(view(), NamedFilter::Laplacian);
 }
 
+void CKestImage::Median3x3()
+{
+    ormalux::medianFilter(view(), 3);
+}
+
+void CKestImage::Median5x5()
+{
+    ormalux::medianFilter(view(), 5);
+}
+
 void CKestImage::Erode()
 {
     ormalux::erode(view());
@@ -70,4 +82,13 @@ void CKestImage::CloseBox()
 {
     Dilate();
     Erode();
+}
+
+int CKestImage::Morphology(int operation, int shape, int width, int height)
+{
+    if (operation < MORPHOLOGY_ERODE || operation > MORPHOLOGY_GRADIENT || shape < MORPHOLOGY_RECT ||
+        shape > MORPHOLOGY_ELLIPSE)
+        return 0;
+    return ormalux::morphology(view(), static_cast<ormalux::MorphologyOperation>(operation),
+                               static_cast<ormalux::ElementShape>(shape), width, height);
 }

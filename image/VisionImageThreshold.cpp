@@ -4,6 +4,8 @@
 #include "image/GrayStatistics.h"
 #include "image/Histogram.h"
 #include "image/ImagePart.h"
+#include "image/LocalThreshold.h"
+#include "image/OtsuThreshold.h"
 #include "image/PixelCollection.h"
 #include "image/Threshold.h"
 
@@ -22,6 +24,25 @@ void CKestImage::DoubleThreshold(int upper, int lower, unsigned char value)
 void CKestImage::AdaptiveThreshold(unsigned char fill)
 {
     adaptiveThreshold(view(), fill);
+}
+
+int CKestImage::GetOtsuThreshold() const
+{
+    return otsuLevel(countLevels(view()));
+}
+
+int CKestImage::OtsuThreshold()
+{
+    const int level = GetOtsuThreshold();
+    Threshold(level);
+    return level;
+}
+
+int CKestImage::LocalThreshold(int method, int window, double offset)
+{
+    if (method != LOCAL_MEAN && method != LOCAL_GAUSSIAN)
+        return 0;
+    return localThreshold(view(), static_cast<LocalMean>(method), window, offset);
 }
 
 long CKestImage::GetAutoThreshold(char mode, int step) const

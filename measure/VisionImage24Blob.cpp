@@ -1,6 +1,7 @@
 #include "color/VisionImage24.h"
 
 #include "color/ColorPlane.h"
+#include "color/ColorRange.h"
 #include "image/ImagePart.h"
 
 using namespace ormalux;
@@ -58,6 +59,35 @@ int CKestImage24::GetColorRangeBlobList(int left, int top, int right, int bottom
     return searchColors(*this, low, high, result, [&](const CKestImage& gray) {
         return gray.GetBlobList(left, top, right, bottom, marked, min_w, max_w, min_h, max_h, result);
     });
+}
+
+int CKestImage24::GetHueRangeImage(double low_hue, double high_hue, int low_saturation, int high_saturation,
+                                   int low_value, int high_value, CKestImage& marks) const
+{
+    const HueRange range{low_hue, high_hue, low_saturation, high_saturation, low_value, high_value};
+    if (!view().empty() && isValid(range) && marks.SetSizeForOverwrite(view().width, view().height))
+        return selectHues(view(), range, pixelsOf(marks.view()));
+    marks.SetEmpty();
+    return 0;
+}
+
+int CKestImage24::GetHueRangeBlobList(double low_hue, double high_hue, int low_saturation,
+                                      int high_saturation, int low_value, int high_value, long min_w,
+                                      long max_w, long min_h, long max_h, CBlobRectArray& result) const
+{
+    CKestImage marks;
+    GetHueRangeImage(low_hue, high_hue, low_saturation, high_saturation, low_value, high_value, marks);
+    return marks.GetBlobList(marked, min_w, max_w, min_h, max_h, result);
+}
+
+int CKestImage24::GetHueRangeBlobList(int left, int top, int right, int bottom, double low_hue,
+                                      double high_hue, int low_saturation, int high_saturation, int low_value,
+                                      int high_value, long min_w, long max_w, long min_h, long max_h,
+                                      CBlobRectArray& result) const
+{
+    CKestImage marks;
+    GetHueRangeImage(low_hue, high_hue, low_saturation, high_saturation, low_value, high_value, marks);
+    return marks.GetBlobList(left, top, right, bottom, marked, min_w, max_w, min_h, max_h, result);
 }
 
 int CKestImage24::GetPlaneBlobList(char channel, int threshold, int color, long min_w, long max_w, long min_h,
