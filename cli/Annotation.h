@@ -1,17 +1,27 @@
 #pragma once
 
-#include "cli/Step.h"
+#include "steps/Step.h"
+#include "steps/Work.h"
 
 #include <string>
 
 namespace ormalux::cli {
 
-/// Draws the shapes of a workpiece over its picture and writes it in the format of the name's ending; throws
-/// InputError. A colour picture keeps its colours as long as no step changed its size.
-void writeAnnotated(const std::string& name, Workpiece& work);
+/// Draws what was found over a picture, step after step.
+class Annotation
+{
+public:
+    Annotation();
+    ~Annotation();
 
-/// A box around the inclusive rectangle with a small label above it, or beside it where that
-/// place is taken.
-void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const std::string& label);
+    void add(const Step& step, const Findings& found);
+    /// Writes the picture as the steps left it with the drawings over it, whole or not at all; throws
+    /// InputError. A colour picture keeps its colours as long as no step changed its size.
+    void write(const std::string& name, const Work& work);
+
+private:
+    struct Shapes;
+    std::unique_ptr<Shapes> m_shapes;
+};
 
 } // namespace ormalux::cli

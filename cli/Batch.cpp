@@ -6,8 +6,6 @@
 #include "cli/Progress.h"
 #include "platform/Path.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <new>
 
@@ -17,22 +15,25 @@ namespace {
 
 bool isPictureName(const std::filesystem::path& path)
 {
-    const std::string ending = CLI::detail::to_lower(path.extension().string());
+    std::string ending = path.extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
     const char* const known[] = {".bmp", ".png", ".jpg", ".jpeg", ".tif", ".tiff"};
     return std::find(std::begin(known), std::end(known), ending) != std::end(known);
 }
 
 } // namespace
 
-void Batch::addTo(CLI::App& command, bool withAnnotation)
+void Batch::addTo(Command& command, bool withAnnotation)
 {
-    command.add_option("pictures", files, "Pictures (BMP, PNG, JPEG, TIFF) or folders of them")->required();
-    auto* asJson = command.add_flag("--json", json, "One JSON object a line and picture");
-    command.add_flag("--csv", csv, "Comma separated values, one header line")->excludes(asJson);
+    command.texts({"pictures", "Pictures (BMP, PNG, JPEG, TIFF) or folders of them", true}, files);
+    command.flag({"--json", "One JSON object a line and picture"}, json);
+    command.flag({"--csv", "Comma separated values, one header line"}, csv);
+    command.exclusive("--json", "--csv");
     if (withAnnotation)
-        command.add_option(
-            "--annotate", annotate,
-            "Write the picture with what was found drawn in; {} stands for the picture's name");
+        command.text({"--annotate",
+                      "Write the picture with what was found drawn in; {} stands for the picture's name"},
+                     annotate);
 }
 
 void Batch::expandFolders()
@@ -63,8 +64,8 @@ void Batch::expandFolders()
     files = std::move(expanded);
 }
 
-int Batch::run(const std::function<Findings(const std::string& file)>& work, std::vector<std::string> outputs,
-               const std::vector<std::string>& otherInputs)
+int Batch::run(const std::function<const Findings&(const std::string& file)>& work,
+               std::vector<std::string> outputs, const std::vector<std::string>& otherInputs)
 {
     expandFolders();
     outputs.push_back(annotate);
@@ -74,10 +75,10 @@ int Batch::run(const std::function<Findings(const std::string& file)>& work, std
     bool failed = false, found = false;
     for (std::size_t i = 0; i < files.size(); ++i) {
         try {
-            const Findings findings = work(files[i]);
+            const Findings& findings = work(files[i]);
             progress.clear();
-            report.write(findings);
-            found = found || findings.recordName.empty() || !findings.records.empty();
+            report.write(files[i], findings);
+            found = found || findings.layout().list.empty() || findings.rows() > 0;
         } catch (const InputError& error) {
             progress.clear();
             complain(error.what());

@@ -1,14 +1,11 @@
 #pragma once
 
+#include "cli/Command.h"
 #include "cli/Report.h"
 
 #include <functional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace ormalux::cli {
 
@@ -32,14 +29,15 @@ struct Batch
     void expandFolders();
 
     /// Adds the pictures and the output options to a subcommand.
-    void addTo(CLI::App& command, bool withAnnotation);
+    void addTo(Command& command, bool withAnnotation);
     bool several() const { return files.size() > 1; }
 
     /// Works on every picture in turn, shows progress and writes the findings. A picture that cannot be used
     /// is told on standard error and does not stop the others. The exit code: BadInput when one failed,
     /// NothingFound when no picture gave a record (or a true fact), else Done. Throws InputError before the
     /// first picture when outputs (patterns beside `annotate`) or inputs would take each other's place.
-    int run(const std::function<Findings(const std::string& file)>& work,
+    /// What `work` returns must stand until it is called again.
+    int run(const std::function<const Findings&(const std::string& file)>& work,
             std::vector<std::string> outputs = {}, const std::vector<std::string>& otherInputs = {});
 };
 

@@ -1,26 +1,21 @@
 #pragma once
 
-#include <functional>
-#include <string>
+#include "cli/Command.h"
 
-namespace CLI {
-class App;
-}
+#include <string>
 
 namespace ormalux::cli {
 
-/// Each adds its subcommand to the program; what runs when it was chosen is left in `chosen`, which returns
-/// the exit code.
-using Chosen = std::function<int()>;
+// Each adds its command to the program.
 
-void addInfo(CLI::App& program, Chosen& chosen);
-void addThreshold(CLI::App& program, Chosen& chosen);
-void addSource(CLI::App& program, Chosen& chosen);
-void addProcess(CLI::App& program, Chosen& chosen);
-void addPlane(CLI::App& program, Chosen& chosen);
-void addRun(CLI::App& program, Chosen& chosen);
-void addRecipe(CLI::App& program, Chosen& chosen);
-/// A measuring step as a subcommand of its own.
-void addStep(CLI::App& parent, const std::string& commandName, const std::string& stepName, Chosen& chosen);
+void addInfo(Command& program);
+void addThreshold(Command& program);
+void addSource(Command& program);
+void addProcess(Command& program);
+void addPlane(Command& program);
+void addRun(Command& program);
+void addRecipe(Command& program);
+/// A measuring step as a command of its own.
+void addStep(Command& parent, const std::string& commandName, const std::string& stepName);
 
 } // namespace ormalux::cli

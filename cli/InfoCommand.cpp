@@ -1,9 +1,6 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
-#include "cli/Step.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 
@@ -11,38 +8,42 @@ namespace ormalux::cli {
 
 namespace {
 
-Findings describe(const std::string& file)
+const Findings& describe(const std::string& file, FactSheet& facts)
 {
-    Workpiece picture;
-    const PictureOrigin origin = loadPicture(file, picture);
+    Workpiece piece;
+    loadPicture(file, piece);
+    const CKestImage& gray = piece.work.gray();
     long histogram[256] = {};
-    picture.image.Histogram(histogram);
+    gray.Histogram(histogram);
     int darkest = 0, brightest = 255;
     while (histogram[darkest] == 0)
         ++darkest;
     while (histogram[brightest] == 0)
         --brightest;
-    Findings findings{file, {}, {}, {}};
-    findings.facts = {{"width", picture.image.GetWidth()},
-                      {"height", picture.image.GetHeight()},
-                      {"kind", !picture.color.IsEmpty() ? "colour" : "gray"},
-                      {"bits", origin.bits},
-                      {"pages", origin.pages},
-                      {"darkest", darkest},
-                      {"brightest", brightest},
-                      {"mean", picture.image.GetGrayLevelAverage()},
-                      {"auto_threshold", picture.image.GetAutoThreshold('A', 1)}};
-    return findings;
+    facts.clear();
+    facts.add("width", gray.GetWidth());
+    facts.add("height", gray.GetHeight());
+    facts.add("kind", piece.picture.isGray() ? "gray" : "colour");
+    facts.add("bits", piece.picture.origin.bits);
+    facts.add("pages", piece.picture.origin.pages);
+    facts.add("darkest", darkest);
+    facts.add("brightest", brightest);
+    facts.add("mean", double(gray.GetGrayLevelAverage()));
+    facts.add("auto_threshold", std::int64_t(gray.GetAutoThreshold('A', 1)));
+    return facts.findings();
 }
 
 } // namespace
 
-void addInfo(CLI::App& program, Chosen& chosen)
+void addInfo(Command& program)
 {
-    CLI::App* command = program.add_subcommand("info", "Size, kind and gray levels of pictures");
+    Command command = program.add("info", "Size, kind and gray levels of pictures");
     auto batch = std::make_shared<Batch>();
-    batch->addTo(*command, false);
-    command->callback([&chosen, batch] { chosen = [batch] { return batch->run(describe); }; });
+    batch->addTo(command, false);
+    command.runs([batch] {
+        FactSheet facts;
+        return batch->run([&](const std::string& file) -> const Findings& { return describe(file, facts); });
+    });
 }
 
 } // namespace ormalux::cli

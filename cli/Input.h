@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cli/Values.h"
 #include "image/VisionImage.h"
-#include "view/PictureOrigin.h"
+#include "steps/Runner.h"
+#include "view/Picture.h"
 
 #include <stdexcept>
 #include <string>
@@ -16,27 +16,54 @@ struct InputError : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-struct Workpiece;
+/// Recipes that are wrong: a line each fault.
+struct RecipeFault : std::runtime_error
+{
+    explicit RecipeFault(std::vector<std::string> faults)
+        : std::runtime_error("the recipe is wrong"), lines(std::move(faults))
+    {}
+    std::vector<std::string> lines;
+};
 
-/// Reads a picture; throws InputError. Gray steps take a colour picture by the mean of red, green and blue.
-/// What the reader had to cut (depth, pages, transparency) is told on standard error and returned.
-PictureOrigin loadPicture(const std::string& file, Workpiece& work);
+/// A picture that was read, and what steps work on.
+struct Workpiece
+{
+    std::string file;
+    Picture picture;
+    Work work; ///< borrows the picture's pixels
+};
 
-/// The region as it is when it lies inside the picture; throws InputError when it does not.
-RECT regionWithin(const CKestImage& image, const std::string& file, const RECT& region);
-
-/// The level that a choice stands for in the region: the automatic one, or the one given. Throws InputError
-/// when the region has no rising edges to set a threshold by.
-int levelOf(const ThresholdChoice& choice, const CKestImage& image, const RECT& region,
-            const std::string& file, int step = 1);
+/// Reads a picture; throws InputError. What the reader had to cut (depth, pages, transparency) is told on
+/// standard error.
+Picture readPictureFile(const std::string& file);
+/// The pixels as the engine takes them.
+FrameSource frameOf(const Picture& picture);
+/// Reads a picture for steps; throws InputError.
+void loadPicture(const std::string& file, Workpiece& piece);
+/// What a function of the engine returns; what it refuses becomes an InputError that names the file.
+template <class Call>
+auto orInputError(const std::string& file, const Call& call)
+{
+    try {
+        return call();
+    } catch (const PictureError& error) {
+        throw InputError(file + ": " + error.what());
+    }
+}
 
 /// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
 void savePicture(const std::string& name, const CKestImage& image);
 /// The same for what the steps have made of a picture, in colour if they worked in colour.
-void savePicture(const std::string& name, const Workpiece& work);
+void savePicture(const std::string& name, const Work& work);
 
 /// The name that an output for this picture has: "{}" in the pattern stands for the picture's name without
 /// folder and ending. Throws InputError when several pictures would take one name.
 std::string outputName(const std::string& pattern, const std::string& file, bool severalPictures);
+
+// What texts of options must be: why one is refused, empty when it is right.
+std::string checkThreshold(const std::string& text);
+std::string checkLevel(const std::string& text);
+std::string checkRegion(const std::string& text);
+std::string checkObject(const std::string& text);
 
 } // namespace ormalux::cli

@@ -1,6 +1,6 @@
 #include "cli/Output.h"
 
-#include "cli/SafeText.h"
+#include "platform/SafeText.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -10,7 +10,7 @@ namespace ormalux::cli {
 
 namespace {
 
-constexpr std::size_t longestMessage = 400;
+constexpr std::size_t longestMessage = 500;
 
 [[noreturn]] void lost(int error)
 {
@@ -60,7 +60,12 @@ std::string messageText(std::string_view message)
 
 void complain(std::string_view message)
 {
-    const std::string line = "ormalux: " + messageText(message) + "\n";
+    explain("ormalux: " + messageText(message));
+}
+
+void explain(std::string_view message)
+{
+    const std::string line = messageText(message) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(stderr);
 }

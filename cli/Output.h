@@ -26,6 +26,9 @@ void closeOutput();
 /// most some hundred bytes long whatever the message holds.
 void complain(std::string_view message);
 
+/// The same without the program's name: a line that begins with the file that it is about.
+void explain(std::string_view message);
+
 /// A message as complain() prints it.
 std::string messageText(std::string_view message);
 

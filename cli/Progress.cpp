@@ -1,6 +1,6 @@
 #include "cli/Progress.h"
 
-#include "cli/SafeText.h"
+#include "platform/SafeText.h"
 
 #include <cstdio>
 

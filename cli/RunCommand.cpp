@@ -1,15 +1,14 @@
 #include "cli/Annotation.h"
 #include "cli/Batch.h"
 #include "cli/Commands.h"
+#include "cli/Input.h"
 #include "cli/Output.h"
 #include "cli/OutputNames.h"
 #include "cli/Parallel.h"
 #include "cli/Progress.h"
-#include "cli/Recipe.h"
-#include "cli/SafeText.h"
-#include "platform/File.h"
-
-#include <CLI/CLI.hpp>
+#include "steps/ArgumentText.h"
+#include "steps/JsonText.h"
+#include "steps/Recipe.h"
 
 #include <memory>
 #include <new>
@@ -22,10 +21,12 @@ struct RunOptions
 {
     std::string recipe;
     std::vector<std::string> pictures;
+    std::vector<std::string> values;
     std::string annotate;
     std::string output;
     std::string shard;
     int jobs = 0;
+    bool timing = false;
 };
 
 /// "I/N": every N-th picture, beginning with the I-th.
@@ -45,144 +46,201 @@ Shard parseShard(const std::string& text)
     return {std::size_t((*numbers)[0]), std::size_t((*numbers)[1])};
 }
 
-/// What one picture adds to the output, and whether it could be used and gave a record.
+/// What one picture adds to the output.
 struct Line
 {
-    bool failed = false, found = false;
+    enum Kind : char
+    {
+        Failed = '!', ///< could not be used
+        Rejected = 'x',
+        Found = '+',
+        Empty = '-'
+    };
+    Kind kind = Failed;
     std::string text;
+    std::string error;
 };
 
-bool anyRecord(const Json& result)
+/// Runs the recipe on pictures, one after the other.
+class Inspector
 {
-    for (const Json& step : result.at("steps"))
-        for (const auto& [name, value] : step.items())
-            if (value.is_array() && !value.empty())
-                return true;
-    return result.at("steps").empty();
-}
-
-Line failedLine(const std::string& file, std::string_view why)
-{
-    const Json line = {{"file", file}, {"error", messageText(why)}};
-    return {true, false, line.dump(-1, ' ', false, Json::error_handler_t::replace)};
-}
-
-Line workOn(const Recipe& recipe, const RunOptions& options, const std::string& file, bool several)
-{
-    Line line;
-    try {
-        Workpiece work;
-        const Json result = runRecipe(recipe, file, work);
-        if (!options.annotate.empty())
-            writeAnnotated(outputName(options.annotate, file, several), work);
-        if (!options.output.empty())
-            savePicture(outputName(options.output, file, several), work);
-        line.found = anyRecord(result);
-        line.text = result.dump(-1, ' ', false, Json::error_handler_t::replace);
-    } catch (const InputError& error) {
-        return failedLine(file, error.what());
-    } catch (const std::bad_alloc&) {
-        return failedLine(file, file + ": too little memory");
+public:
+    Inspector(const CKestRecipe& recipe, const RunOptions& options, bool several)
+        : m_recipe(recipe), m_options(options), m_several(several)
+    {
+        m_inspection.ShowTiming(options.timing);
     }
-    return line;
+
+    Line inspect(const std::string& file)
+    {
+        Line line;
+        Picture picture;
+        std::string error;
+        try {
+            picture = readPictureFile(file);
+        } catch (const InputError& fault) {
+            error = fault.what();
+        } catch (const std::bad_alloc&) {
+            error = file + ": too little memory";
+        }
+        m_recipe.Run(frameOf(picture), m_inspection);
+        InspectionData& data = m_inspection.data();
+        if (!data.error.empty() && error.empty())
+            error = file + ": " + data.error;
+        if (error.empty())
+            error = write(file, data);
+        data.error = messageText(error);
+        line.text = "{\"file\":";
+        appendText(line.text, file);
+        const std::string members = resultMembers(data);
+        line.text += (members.empty() ? "" : ",") + members + "}";
+        line.error = data.error;
+        const int verdict = data.verdict();
+        line.kind = verdict < 0     ? Line::Failed
+                    : data.judged() ? (verdict ? Line::Found : Line::Rejected)
+                    : verdict       ? Line::Found
+                                    : Line::Empty;
+        return line;
+    }
+
+private:
+    /// Writes the pictures that were asked for; why one could not be written.
+    std::string write(const std::string& file, const InspectionData& data) const
+    try {
+        if (!m_options.annotate.empty()) {
+            Annotation annotation;
+            for (std::size_t i = 0; i < data.plan->steps.size(); ++i)
+                annotation.add(*data.plan->steps[i].step, data.findings[i]);
+            annotation.write(outputName(m_options.annotate, file, m_several), data.work);
+        }
+        if (!m_options.output.empty())
+            savePicture(outputName(m_options.output, file, m_several), data.work);
+        return {};
+    } catch (const InputError& error) {
+        return error.what();
+    } catch (const std::bad_alloc&) {
+        return file + ": too little memory";
+    }
+
+    const CKestRecipe& m_recipe;
+    const RunOptions& m_options;
+    bool m_several;
+    CKestInspection m_inspection;
+};
+
+std::vector<std::string> linesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size());
+        lines.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return lines;
 }
+
+void loadRecipe(CKestRecipe& recipe, const std::string& file)
+{
+    if (!recipe.Load(file.c_str()))
+        throw RecipeFault(linesOf(recipe.GetError()));
+}
+
+void setValues(CKestRecipe& recipe, const std::vector<std::string>& values)
+{
+    for (const std::string& value : values) {
+        const std::size_t equals = value.find('=');
+        if (equals == std::string::npos)
+            throw InputError("--set " + value + ": expected NAME=VALUE");
+        if (!recipe.Set(value.substr(0, equals).c_str(), value.substr(equals + 1).c_str()))
+            throw RecipeFault(linesOf("--set " + value + ": " + recipe.GetError()));
+    }
+}
+
+/// The exit code that the kinds of lines add up to.
+class Outcome
+{
+public:
+    explicit Outcome(bool judged) : m_judged(judged) {}
+
+    void add(char kind)
+    {
+        m_failed = m_failed || kind == Line::Failed;
+        m_rejected = m_rejected || kind == Line::Rejected;
+        m_found = m_found || kind == Line::Found;
+        m_any = true;
+    }
+    int code() const
+    {
+        if (m_failed)
+            return BadInput;
+        if (m_rejected)
+            return NothingFound;
+        return m_judged || m_found || !m_any ? Done : NothingFound;
+    }
+
+private:
+    bool m_judged, m_failed = false, m_rejected = false, m_found = false, m_any = false;
+};
 
 int runAll(RunOptions& options)
 {
-    const Recipe recipe = loadRecipe(options.recipe);
+    CKestRecipe recipe;
+    loadRecipe(recipe, options.recipe);
+    setValues(recipe, options.values);
     Batch batch;
     batch.files = options.pictures;
     batch.expandFolders();
-    const bool several = batch.several();
     checkOutputNames(batch.files, {options.annotate, options.output}, {options.recipe});
     const Shard shard = parseShard(options.shard);
     std::vector<std::string> mine;
     for (std::size_t i = shard.index; i < batch.files.size(); i += shard.count)
         mine.push_back(batch.files[i]);
 
-    bool failed = false, found = false;
+    Inspector inspector(recipe, options, batch.several());
+    Outcome outcome(recipe.HasLimits());
     Progress progress(mine.size());
     std::size_t done = 0;
     inProcesses(
         mine.size(), options.jobs,
         [&](std::size_t i) {
-            const Line line = workOn(recipe, options, mine[i], several);
-            return std::string(line.failed ? "!" : line.found ? "+" : "-") + line.text;
+            const Line line = inspector.inspect(mine[i]);
+            return std::string(1, line.kind) + line.error + '\0' + line.text;
         },
         [&](const std::string& answer) {
+            const std::size_t end = answer.find('\0');
             progress.clear();
-            if (answer[0] == '!')
-                complain(Json::parse(answer.substr(1)).value("error", "failed"));
-            putLine(answer.substr(1));
+            if (end > 1)
+                complain(answer.substr(1, end - 1));
+            putLine(answer.substr(end + 1));
             flushOutput();
-            failed = failed || answer[0] == '!';
-            found = found || answer[0] == '+';
+            outcome.add(answer[0]);
             ++done;
             progress.advance(done < mine.size() ? mine[done] : std::string());
         });
-    return failed ? BadInput : found || mine.empty() ? Done : NothingFound;
+    return outcome.code();
 }
 
 } // namespace
 
-void addRun(CLI::App& program, Chosen& chosen)
+void addRun(Command& program)
 {
-    CLI::App* command = program.add_subcommand("run", "Run a recipe on pictures: one JSON line a picture");
+    Command command = program.add("run", "Run a recipe on pictures: one JSON line a picture");
     auto options = std::make_shared<RunOptions>();
-    command
-        ->add_option("recipe", options->recipe, "The recipe, a JSON file ('ormalux recipe init' writes one)")
-        ->required();
-    command->add_option("pictures", options->pictures, "Pictures or folders of them")->required();
-    command->add_option("--annotate", options->annotate,
-                        "Write the picture with what was found drawn in; {} stands for the picture's name");
-    command->add_option("-o,--output", options->output,
-                        "Write the picture as the steps left it; {} stands for the picture's name");
-    command->add_option("-j,--jobs", options->jobs, "Processes; 0 is one a processor")
-        ->capture_default_str()
-        ->check(CLI::Range(0, 1024));
-    command->add_option("--shard", options->shard,
-                        "Only every N-th picture beginning with the I-th, as I/N (for job arrays)");
-    command->callback([&chosen, options] { chosen = [options] { return runAll(*options); }; });
-}
-
-void addRecipe(CLI::App& program, Chosen& chosen)
-{
-    CLI::App* command = program.add_subcommand("recipe", "Begin and check recipes");
-    command->require_subcommand(1);
-    auto file = std::make_shared<std::string>();
-
-    CLI::App* init = command->add_subcommand("init", "Write a commented example");
-    init->add_option("file", *file, "The file to write; none of that name may exist")->required();
-    init->callback([&chosen, file] {
-        chosen = [file] {
-            const std::string text = exampleRecipe();
-            if (fileLength(file->c_str()))
-                throw InputError(*file + ": exists already");
-            std::error_code why;
-            if (!writeFile(file->c_str(),
-                           std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()), &why))
-                throw InputError(*file + ": cannot be written: " + writeFailure(why));
-            return int(Done);
-        };
-    });
-
-    CLI::App* check = command->add_subcommand("check", "Say whether a recipe is right");
-    check->add_option("file", *file, "The recipe")->required();
-    check->callback([&chosen, file] {
-        chosen = [file] {
-            const std::size_t count = loadRecipe(*file).steps.size();
-            putLine(shown(*file) + ": " + std::to_string(count) + " steps, all right");
-            return int(Done);
-        };
-    });
-
-    CLI::App* schema = command->add_subcommand("schema", "Print the JSON schema of recipes");
-    schema->callback([&chosen] {
-        chosen = [] {
-            putLine(recipeSchema().dump(2));
-            return int(Done);
-        };
-    });
+    command.text({"recipe", "The recipe, a JSON file ('ormalux recipe init' writes one)", true},
+                 options->recipe);
+    command.texts({"pictures", "Pictures or folders of them", true}, options->pictures);
+    command.repeated({"--set", "Give a named value of the recipe another one, as NAME=VALUE"},
+                     options->values);
+    command.text(
+        {"--annotate", "Write the picture with what was found drawn in; {} stands for the picture's name"},
+        options->annotate);
+    command.text({"-o,--output", "Write the picture as the steps left it; {} stands for the picture's name"},
+                 options->output);
+    command.number({"-j,--jobs", "Processes; 0 is one a processor", false, "0"}, options->jobs, 0, 1024);
+    command.text({"--shard", "Only every N-th picture beginning with the I-th, as I/N (for job arrays)"},
+                 options->shard);
+    command.flag({"--timing", "Add the milliseconds that each picture took as \"ms\""}, options->timing);
+    command.runs([options] { return runAll(*options); });
 }
 
 } // namespace ormalux::cli

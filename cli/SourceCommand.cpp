@@ -4,12 +4,9 @@
 #include "cli/Input.h"
 #include "cli/Output.h"
 #include "cli/OutputNames.h"
-#include "cli/SafeText.h"
-#include "cli/Step.h"
-#include "cli/Values.h"
 #include "platform/File.h"
-
-#include <CLI/CLI.hpp>
+#include "platform/SafeText.h"
+#include "steps/ArgumentText.h"
 
 #include <algorithm>
 #include <memory>
@@ -35,17 +32,24 @@ struct ShowOptions
     bool json = false;
 };
 
+std::string lowered(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
+    return text;
+}
+
 bool endsWith(const std::string& text, const char* ending)
 {
     const std::size_t length = std::string(ending).size();
-    return text.size() >= length && CLI::detail::to_lower(text.substr(text.size() - length)) == ending;
+    return text.size() >= length && lowered(text.substr(text.size() - length)) == ending;
 }
 
 /// A pattern's key is its polarity, a character source's the character.
 int keyOf(const CutOptions& options)
 {
     if (endsWith(options.output, ".mcs") && options.character.empty())
-        return parseObject(options.object.empty() ? "black" : options.object);
+        return options.object == "white" ? 255 : 0;
     if (endsWith(options.output, ".ocs") && options.object.empty() && options.character.size() == 1)
         return static_cast<unsigned char>(options.character[0]);
     throw InputError(options.output +
@@ -57,23 +61,25 @@ int cut(const CutOptions& options)
 {
     const int key = keyOf(options);
     checkOutputNames({options.picture}, {options.output});
-    Workpiece picture;
-    loadPicture(options.picture, picture);
-    const RECT region = regionWithin(picture.image, options.picture, parseRegion(options.region));
+    Workpiece piece;
+    loadPicture(options.picture, piece);
+    Work& work = piece.work;
+    const RECT region =
+        orInputError(options.picture, [&] { return *work.region(parseRegion(options.region)); });
     const int threshold =
-        levelOf(parsePlainThreshold(options.threshold), picture.image, region, options.picture);
-    picture.image.SetROIPlacement(region);
-    picture.image.Threshold(threshold);
+        orInputError(options.picture, [&] { return work.level(*parseLevel(options.threshold), region); });
+    CKestImage& image = work.grayToChange();
+    image.SetROIPlacement(region);
+    image.Threshold(threshold);
 
-    std::vector<std::uint8_t> pixels(picture.image.view().pixels,
-                                     picture.image.view().pixels + picture.image.GetImageLen());
+    std::vector<std::uint8_t> pixels(image.view().pixels, image.view().pixels + image.GetImageLen());
     _stMatchSource source{};
     source.key = static_cast<unsigned char>(key);
     source.threshold = threshold;
-    source.black_count = LONG(picture.image.GetGrayLevelCount(0));
-    source.white_count = LONG(picture.image.GetGrayLevelCount(255));
-    source.width = picture.image.GetWidth();
-    source.height = picture.image.GetHeight();
+    source.black_count = LONG(image.GetGrayLevelCount(0));
+    source.white_count = LONG(image.GetGrayLevelCount(255));
+    source.width = image.GetWidth();
+    source.height = image.GetHeight();
     source.data = pixels.data();
     std::error_code why;
     if (!writeMatchSource(options.output.c_str(), source, &why))
@@ -116,11 +122,14 @@ void showOne(const std::string& file, const ShowOptions& options, Report& report
     if (sources.GetCount() == 0)
         throw InputError(file + ": not a match source, shorter than it declares, or not to be read");
     const _stMatchSource& source = sources[0];
-    Findings findings{file, {}, {}, {}};
-    findings.facts = {{"key", keyText(source.key)},  {"width", source.width},
-                      {"height", source.height},     {"threshold", source.threshold},
-                      {"black", source.black_count}, {"white", source.white_count}};
-    report.write(findings);
+    FactSheet facts;
+    facts.add("key", keyText(source.key));
+    facts.add("width", source.width);
+    facts.add("height", source.height);
+    facts.add("threshold", std::int64_t(source.threshold));
+    facts.add("black", source.black_count);
+    facts.add("white", source.white_count);
+    report.write(file, facts.findings());
     if (!options.json)
         draw(source);
     if (!options.picture.empty()) {
@@ -148,35 +157,31 @@ int show(const ShowOptions& options)
 
 } // namespace
 
-void addSource(CLI::App& program, Chosen& chosen)
+void addSource(Command& program)
 {
-    CLI::App* command = program.add_subcommand("source", "Cut templates out of pictures, and show them");
-    command->require_subcommand(1);
+    Command command = program.add("source", "Cut templates out of pictures, and show them");
+    command.needsCommand();
 
-    CLI::App* cutting =
-        command->add_subcommand("cut", "Write a region of a picture as .mcs (pattern) or .ocs (character)");
+    Command cutting = command.add("cut", "Write a region of a picture as .mcs (pattern) or .ocs (character)");
     auto options = std::make_shared<CutOptions>();
-    cutting->add_option("picture", options->picture, "The picture to cut from")->required();
-    cutting->add_option("--roi", options->region, "The region x1,y1,x2,y2")
-        ->required()
-        ->each([](const std::string& text) { parseRegion(text); });
-    cutting->add_option("-t,--threshold", options->threshold, "auto or a level 0..255")
-        ->capture_default_str()
-        ->each([](const std::string& text) { parsePlainThreshold(text); });
-    cutting
-        ->add_option("--object", options->object, "A pattern's object: white or black (black when not given)")
-        ->each([](const std::string& text) { parseObject(text); });
-    cutting->add_option("--key", options->character, "The character that an .ocs source stands for");
-    cutting->add_option("-o,--output", options->output, "The file to write, .mcs or .ocs")->required();
-    cutting->callback([&chosen, options] { chosen = [options] { return cut(*options); }; });
+    cutting.text({"picture", "The picture to cut from", true}, options->picture);
+    cutting.text({"--roi", "The region x1,y1,x2,y2", true, {}, {}, checkRegion}, options->region);
+    cutting.text({"-t,--threshold", "auto or a level 0..255", false, "auto", {}, checkLevel},
+                 options->threshold);
+    cutting.text(
+        {"--object", "A pattern's object: white or black (black when not given)", false, {}, {}, checkObject},
+        options->object);
+    cutting.text({"--key", "The character that an .ocs source stands for"}, options->character);
+    cutting.text({"-o,--output", "The file to write, .mcs or .ocs", true}, options->output);
+    cutting.runs([options] { return cut(*options); });
 
-    CLI::App* showing = command->add_subcommand("show", "Print what source files hold");
+    Command showing = command.add("show", "Print what source files hold");
     auto shown = std::make_shared<ShowOptions>();
-    showing->add_option("files", shown->files, "Source files")->required();
-    showing->add_option("--picture", shown->picture,
-                        "Write the template as a picture; {} stands for the file's name");
-    showing->add_flag("--json", shown->json, "One JSON object a line and file, without the pixels");
-    showing->callback([&chosen, shown] { chosen = [shown] { return show(*shown); }; });
+    showing.texts({"files", "Source files", true}, shown->files);
+    showing.text({"--picture", "Write the template as a picture; {} stands for the file's name"},
+                 shown->picture);
+    showing.flag({"--json", "One JSON object a line and file, without the pixels"}, shown->json);
+    showing.runs([shown] { return show(*shown); });
 }
 
 } // namespace ormalux::cli

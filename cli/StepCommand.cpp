@@ -2,9 +2,8 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/HistogramPlot.h"
-#include "cli/Step.h"
-
-#include <CLI/CLI.hpp>
+#include "cli/Input.h"
+#include "steps/Bind.h"
 
 #include <algorithm>
 #include <map>
@@ -14,7 +13,7 @@ namespace ormalux::cli {
 
 namespace {
 
-/// One measuring step as a subcommand: its parameters are the options.
+/// One measuring step as a command: its parameters are the options.
 struct StepOptions
 {
     Batch batch;
@@ -33,54 +32,61 @@ std::string optionName(const std::string& parameter)
     return (found == shortNames.end() ? std::string() : found->second) + "--" + name;
 }
 
-void addOption(CLI::App& command, StepOptions& options, const Parameter& parameter)
+void addOption(Command& command, StepOptions& options, const Parameter& parameter)
 {
-    std::string help = parameter.help;
-    if (!parameter.choices.empty()) {
-        help += ": ";
-        for (const std::string& choice : parameter.choices)
-            help += (&choice == &parameter.choices.front() ? "" : ", ") + choice;
-    }
+    Option option{optionName(parameter.name), parameter.help, parameter.required(), parameter.fallback};
+    for (const std::string& choice : parameter.choices)
+        option.help += (&choice == &parameter.choices.front() ? ": " : ", ") + choice;
+    const bool number = parameter.kind == Kind::Integer || parameter.kind == Kind::Real;
+    option.type = parameter.kind == Kind::Files ? "FILE ..." : number ? "NUMBER" : "TEXT";
     std::vector<std::string>& texts = options.given[parameter.name];
-    CLI::Option* option = command.add_option(optionName(parameter.name), texts, help);
-    option->expected(1)->type_name(parameter.kind == Kind::Integer || parameter.kind == Kind::Real ? "NUMBER"
-                                                                                                   : "TEXT");
     if (parameter.kind == Kind::Files)
-        option->expected(1, 1000)->type_name("FILE ...");
-    if (!parameter.fallback.is_null())
-        option->default_str(parameter.fallback.is_string() ? parameter.fallback.get<std::string>()
-                                                           : parameter.fallback.dump());
-    else if (!parameter.optional)
-        option->required();
+        command.texts(option, texts);
+    else
+        command.single(option, texts);
 }
 
-Json argumentsOf(const StepOptions& options)
+/// The options as the fields of a recipe's step.
+Node fieldsOf(const StepOptions& options)
 {
-    Json given = Json::object();
+    Node object;
+    object.kind = Node::Kind::Object;
     for (const Parameter& parameter : options.step->parameters) {
         const std::vector<std::string>& texts = options.given.at(parameter.name);
         if (texts.empty())
             continue;
-        if (parameter.kind == Kind::Files)
-            given[parameter.name] = texts;
-        else
-            given[parameter.name] = texts.front();
+        Node list;
+        list.kind = Node::Kind::List;
+        for (const std::string& text : texts)
+            list.items.push_back(Node::ofText(text));
+        object.keys.push_back(parameter.name);
+        object.keyLines.push_back(0);
+        object.items.push_back(parameter.kind == Kind::Files ? list : list.items.front());
     }
-    return checkedArguments(*options.step, given, options.step->name);
+    return object;
 }
 
 int runStep(StepOptions& options)
 {
-    const Json arguments = argumentsOf(options);
-    const auto measure = [&](const std::string& file) {
-        Workpiece work;
-        loadPicture(file, work);
-        options.step->run(work, arguments);
-        if (!options.batch.annotate.empty())
-            writeAnnotated(outputName(options.batch.annotate, file, options.batch.several()), work);
+    const BoundStep bound = bindAlone(*options.step, fieldsOf(options),
+                                      [&](const std::string& field, int, const std::string& why) {
+                                          throw InputError(options.step->name + ": " + field + ": " + why);
+                                      });
+    Findings found;
+    const auto measure = [&](const std::string& file) -> const Findings& {
+        Workpiece piece;
+        loadPicture(file, piece);
+        found.start(bound.layout);
+        orInputError(file, [&] { bound.operation->run(piece.work, found); });
+        found.finish();
+        if (!options.batch.annotate.empty()) {
+            Annotation annotation;
+            annotation.add(*bound.step, found);
+            annotation.write(outputName(options.batch.annotate, file, options.batch.several()), piece.work);
+        }
         if (!options.plot.empty())
-            writeHistogramPlot(outputName(options.plot, file, options.batch.several()), work.image);
-        return work.findings.back();
+            writeHistogramPlot(outputName(options.plot, file, options.batch.several()), piece.work.gray());
+        return found;
     };
     const auto sources = options.given.find("source");
     return options.batch.run(measure, {options.plot},
@@ -89,18 +95,18 @@ int runStep(StepOptions& options)
 
 } // namespace
 
-void addStep(CLI::App& parent, const std::string& commandName, const std::string& stepName, Chosen& chosen)
+void addStep(Command& parent, const std::string& commandName, const std::string& stepName)
 {
     auto options = std::make_shared<StepOptions>();
     options->step = findStep(stepName);
-    CLI::App* command = parent.add_subcommand(commandName, options->step->help);
-    options->batch.addTo(*command, stepName != "histogram");
+    Command command = parent.add(commandName, options->step->help);
+    options->batch.addTo(command, stepName != "histogram");
     for (const Parameter& parameter : options->step->parameters)
-        addOption(*command, *options, parameter);
+        addOption(command, *options, parameter);
     if (stepName == "histogram")
-        command->add_option("--plot", options->plot,
-                            "Write a picture of the counts; {} stands for the picture's name");
-    command->callback([&chosen, options] { chosen = [options] { return runStep(*options); }; });
+        command.text({"--plot", "Write a picture of the counts; {} stands for the picture's name"},
+                     options->plot);
+    command.runs([options] { return runStep(*options); });
 }
 
 } // namespace ormalux::cli

@@ -13,7 +13,8 @@ set(interface_headers
   platform/Export.h platform/LargeMemory.h platform/Stdlib.h platform/Types.h
   image/GrayView.h image/VisionImage.h
   color/ColorConversion.h color/ColorView.h color/VisionImage24.h
-  measure/Alignment.h measure/BlobFeature.h measure/EdgeMeasure.h measure/PlaneMeasure.h)
+  measure/Alignment.h measure/BlobFeature.h measure/EdgeMeasure.h measure/PlaneMeasure.h
+  steps/Inspection.h steps/Recipe.h interface/ormalux.h)
 file(GLOB array_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/array/*Array.h)
 list(APPEND interface_headers ${array_headers} array/Records.h array/RecordStorage.h)
 if(ORMALUX_BUILD_VIEW)

@@ -4,7 +4,8 @@ import pathlib
 import re
 import sys
 
-ORDER = ["platform", "array", "image", "color", "measure", "match", "tools", "view", "app", "cli"]
+ORDER = ["platform", "array", "image", "color", "measure", "match", "steps", "interface", "tools",
+         "view", "app", "cli"]
 TOP = {"app", "cli"}
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"/]+)/')
 

@@ -2,7 +2,8 @@
 
 #include "color/VisionImage24.h"
 #include "image/VisionImage.h"
-#include "tools/AreaEdit.h"
+#include "steps/AreaEdit.h"
+
 #include "tools/Program.h"
 
 namespace ormalux {

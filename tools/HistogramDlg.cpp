@@ -2,7 +2,7 @@
 
 #include "color/VisionImage24.h"
 #include "image/VisionImage.h"
-#include "tools/AreaEdit.h"
+#include "steps/AreaEdit.h"
 #include "ui_HistogramDlg.h"
 
 #include <QSignalBlocker>

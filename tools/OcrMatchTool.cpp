@@ -1,9 +1,9 @@
 #include "tools/OcrMatchTool.h"
 
 #include "image/VisionImage.h"
+#include "match/ReadingOrder.h"
 #include "tools/MatchTool.h"
 #include "tools/Program.h"
-#include "tools/ReadingOrder.h"
 #include "tools/Script.h"
 #include "tools/SourceFile.h"
 #include "tools/ThresholdTool.h"
@@ -13,6 +13,31 @@
 #include <algorithm>
 
 namespace ormalux {
+
+namespace {
+
+/// readingOrder() as lines of a complete program: they make `lines` of `results`.
+CString programReadingOrder()
+{
+    return R"(    // Reading order: a character belongs to the first line beside whose first one its middle lies.
+    results.SortTop();
+    std::vector<std::vector<_stMatchResult>> lines;
+    for (int i = 0; i < results.GetCount(); ++i) {
+        const _stMatchResult& r = results[i];
+        const int middle = r.top + (r.bottom - r.top) / 2;
+        std::size_t line = 0;
+        while (line < lines.size() && (middle < lines[line][0].top || middle > lines[line][0].bottom))
+            ++line;
+        if (line == lines.size())
+            lines.emplace_back();
+        lines[line].push_back(r);
+    }
+    for (auto& line : lines)
+        std::stable_sort(line.begin(), line.end(), [](const auto& a, const auto& b) { return a.left < b.left; });
+)";
+}
+
+} // namespace
 
 int OcrMatchTool::levelOf(const CKestImage& picture, const RECT& area) const
 {

@@ -105,9 +105,4 @@ CString programSourceLines(const std::vector<std::string>& paths)
     return lines;
 }
 
-std::string characterText(std::uint8_t key)
-{
-    return key >= 32 && key < 127 ? std::string(1, char(key)) : "?";
-}
-
 } // namespace ormalux

@@ -42,7 +42,4 @@ CString scriptSourceLines(const std::vector<std::string>& paths);
 /// The lines of a complete program that declare `sources` and load them.
 CString programSourceLines(const std::vector<std::string>& paths);
 
-/// How a source's character is shown: "?" for what is no ASCII letter, digit or sign.
-std::string characterText(std::uint8_t key);
-
 } // namespace ormalux

@@ -1,5 +1,6 @@
 #include "tools/SourceList.h"
 
+#include "match/ReadingOrder.h"
 #include "tools/PatternEditDlg.h"
 #include "tools/SourcePreview.h"
 

@@ -1,7 +1,7 @@
 #include "tools/ThresholdTool.h"
 
 #include "image/VisionImage.h"
-#include "tools/AreaEdit.h"
+#include "steps/AreaEdit.h"
 #include "tools/Program.h"
 #include "tools/Script.h"
 

@@ -256,7 +256,7 @@ class CommandLine(Runs):
         self.assertEqual(len(done.stdout.splitlines()), 8)
         for text, named in ((b"{", "JSON"), (b"[]", "steps"), (b'{"steps":[]}', "at least one"),
                             (b'{"steps":[{"step":"nosuch"}]}', "nosuch"),
-                            (b'{"steps":[{"step":"invert"},{"step":"blobs","min_size":"0x1"}]}', "step 2 (blobs): min_size"),
+                            (b'{"steps":[{"step":"invert"},{"step":"blobs","min_size":"0x1"}]}', ":1: step 2, min_size: "),
                             (b'{"steps":[{"step":"blobs","colour":1}]}', "colour"),
                             (b'{"steps":[{"step":"light","brightness":1.5,"contrast":0}]}', "brightness")):
             self.assertIn(named, self.run_program("recipe", "check", self.write("bad.json", text), code=2).stderr)
