@@ -32,6 +32,13 @@ Command Command::add(const std::string& name, const std::string& help)
     return {m_app->add_subcommand(name, help), m_chosen};
 }
 
+bool Command::has(const std::string& name) const
+{
+    const auto commands = m_app->get_subcommands([](const CLI::App*) { return true; });
+    return std::any_of(commands.begin(), commands.end(),
+                       [&](const CLI::App* app) { return app->get_name() == name; });
+}
+
 void Command::needsCommand()
 {
     m_app->require_subcommand(1);

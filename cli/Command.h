@@ -33,6 +33,7 @@ public:
 
     /// A command below this one.
     Command add(const std::string& name, const std::string& help);
+    bool has(const std::string& name) const;
     /// One of the commands below must be named.
     void needsCommand();
     void text(const Option& option, std::string& value);

@@ -42,6 +42,16 @@ Picture readPictureFile(const std::string& file)
     return picture;
 }
 
+std::shared_ptr<const CKestImage> readGrayPicture(const std::string& file, std::string& why)
+try {
+    Workpiece piece;
+    loadPicture(file, piece);
+    return std::make_shared<CKestImage>(piece.work.gray());
+} catch (const InputError& error) {
+    why = error.what();
+    return nullptr;
+}
+
 FrameSource frameOf(const Picture& picture)
 {
     const int channels = picture.isGray() ? 1 : 3;

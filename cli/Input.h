@@ -4,6 +4,7 @@
 #include "steps/Runner.h"
 #include "view/Picture.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -36,6 +37,8 @@ struct Workpiece
 /// Reads a picture; throws InputError. What the reader had to cut (depth, pages, transparency) is told on
 /// standard error.
 Picture readPictureFile(const std::string& file);
+/// A picture that a recipe names, gray; null with the reason when it cannot be read.
+std::shared_ptr<const CKestImage> readGrayPicture(const std::string& file, std::string& why);
 /// The pixels as the engine takes them.
 FrameSource frameOf(const Picture& picture);
 /// Reads a picture for steps; throws InputError.

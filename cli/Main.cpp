@@ -3,6 +3,8 @@
 #include "cli/Console.h"
 #include "cli/Input.h"
 #include "cli/Output.h"
+#include "steps/PictureLoader.h"
+#include "steps/Step.h"
 
 #include <QGuiApplication>
 
@@ -12,6 +14,15 @@
 using namespace ormalux::cli;
 
 namespace {
+
+/// Whether a step measures without what other steps have found, under a name that is not a group's.
+bool standsAlone(const ormalux::Step& step)
+{
+    for (const ormalux::Parameter& parameter : step.parameters)
+        if (parameter.kind == ormalux::Kind::Reference)
+            return false;
+    return step.measures && !step.name.starts_with("gauge-");
+}
 
 void declareCommands(Command& program)
 {
@@ -27,8 +38,9 @@ void declareCommands(Command& program)
     gauge.needsCommand();
     addStep(gauge, "point", "gauge-point");
     addStep(gauge, "line", "gauge-line");
-    addStep(program, "sample", "sample");
-    addStep(program, "histogram", "histogram");
+    for (const ormalux::Step& step : ormalux::allSteps())
+        if (standsAlone(step) && !program.has(step.name))
+            addStep(program, step.name, step.name);
     addRun(program);
     addRecipe(program);
 }
@@ -78,6 +90,7 @@ int main(int argc, char** argv)
         if (type == QtFatalMsg)
             complain(text.toStdString());
     });
+    ormalux::setPictureLoader(readGrayPicture);
     int qtArguments = 1;
     const QGuiApplication application(qtArguments, argv);
     return runToTheEnd(programArguments(argc, argv));

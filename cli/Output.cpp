@@ -10,7 +10,7 @@ namespace ormalux::cli {
 
 namespace {
 
-constexpr std::size_t longestMessage = 500;
+constexpr std::size_t longestMessage = 440;
 
 [[noreturn]] void lost(int error)
 {

@@ -4,6 +4,7 @@
 #include "cli/HistogramPlot.h"
 #include "cli/Input.h"
 #include "steps/Bind.h"
+#include "steps/Faults.h"
 
 #include <algorithm>
 #include <map>
@@ -46,6 +47,15 @@ void addOption(Command& command, StepOptions& options, const Parameter& paramete
         command.single(option, texts);
 }
 
+/// Objects are written as in recipes, all else as plain text.
+Node valueOf(const Parameter& parameter, const std::string& text)
+{
+    Node object;
+    Faults ignored;
+    const bool isObject = parameter.kind == Kind::Conditions || parameter.kind == Kind::Fractions;
+    return isObject && readDocument(text, parameter.name, ignored, object) ? object : Node::ofText(text);
+}
+
 /// The options as the fields of a recipe's step.
 Node fieldsOf(const StepOptions& options)
 {
@@ -61,7 +71,7 @@ Node fieldsOf(const StepOptions& options)
             list.items.push_back(Node::ofText(text));
         object.keys.push_back(parameter.name);
         object.keyLines.push_back(0);
-        object.items.push_back(parameter.kind == Kind::Files ? list : list.items.front());
+        object.items.push_back(parameter.kind == Kind::Files ? list : valueOf(parameter, texts.front()));
     }
     return object;
 }

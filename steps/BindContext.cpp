@@ -2,6 +2,7 @@
 
 #include "platform/File.h"
 #include "platform/Path.h"
+#include "steps/PictureLoader.h"
 
 #include <algorithm>
 #include <map>
@@ -90,6 +91,15 @@ std::vector<std::string> BindContext::sourceFiles(const std::vector<std::string>
         files.insert(files.end(), inside.begin(), inside.end());
     }
     return files;
+}
+
+std::shared_ptr<const CKestImage> BindContext::picture(const char* field, const std::string& name)
+{
+    std::string why;
+    auto image = loadRecipePicture(path(name), why);
+    if (!image)
+        fault(field, path(name) + ": " + why);
+    return image;
 }
 
 CMatchSrcArray BindContext::sources(const std::vector<std::string>& names, const char* ending)

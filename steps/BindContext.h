@@ -25,6 +25,8 @@ public:
     CMatchSrcArray sources(const std::vector<std::string>& names, const char* ending);
     /// The files themselves.
     std::vector<std::string> sourceFiles(const std::vector<std::string>& names, const char* ending);
+    /// A picture named in the recipe, as a gray picture; one that cannot be read is reported.
+    std::shared_ptr<const CKestImage> picture(const char* field, const std::string& name);
     /// The path of a file named in the recipe.
     std::string path(const std::string& name) const;
     void fault(const std::string& field, const std::string& why) { m_fault(field, m_line, why); }

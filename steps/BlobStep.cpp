@@ -40,14 +40,7 @@ struct BlobSearch
         if (sort)
             (blobs.*sort)();
         found.setFact("threshold", std::int64_t(level));
-        for (const _stBlobRect& blob : blobs.records()) {
-            found.addRow(Place::box({blob.left, blob.top, blob.right, blob.bottom}));
-            found.add(std::int64_t(found.rows()));
-            for (const LONG value : {blob.left, blob.top, blob.right, blob.bottom,
-                                     LONG(blob.right - blob.left + 1), LONG(blob.bottom - blob.top + 1)})
-                found.add(value);
-            found.add(std::int64_t(blob.pixel_count));
-        }
+        listBlobs(blobs, found);
     }
 };
 
@@ -62,6 +55,18 @@ std::unique_ptr<Operation> blobs(const Arguments& a, BindContext&)
 }
 
 } // namespace
+
+void listBlobs(CBlobRectArray& blobs, Findings& found)
+{
+    for (const _stBlobRect& blob : blobs.records()) {
+        found.addRow(Place::box({blob.left, blob.top, blob.right, blob.bottom}));
+        found.add(std::int64_t(found.rows()));
+        for (const LONG value : {blob.left, blob.top, blob.right, blob.bottom,
+                                 LONG(blob.right - blob.left + 1), LONG(blob.bottom - blob.top + 1)})
+            found.add(value);
+        found.add(std::int64_t(blob.pixel_count));
+    }
+}
 
 std::vector<Column> boxColumns()
 {

@@ -44,8 +44,8 @@ std::string takeDeep(const FrameSource& source, int recipeBits, Work& work)
     const int given = source.bits == 8 && recipeBits > 0 ? 0 : source.bits;
     const bool said = given > 0 || recipeBits > 0;
     const int bits = given > 0 ? given : recipeBits > 0 ? recipeBits : 16;
-    if (bits < 8 || bits > 16)
-        refuse("bits: " + std::to_string(bits) + ": expected 8 to 16");
+    if (source.bits < 0 || bits < 8 || bits > 16)
+        refuse("bits: " + std::to_string(source.bits < 0 ? source.bits : bits) + ": expected 8 to 16");
     work.scratch.resize(std::size_t(source.width) * std::size_t(source.height));
     unsigned highest = 0;
     for (int y = 0; y < source.height; ++y) {

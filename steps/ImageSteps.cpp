@@ -16,13 +16,6 @@ void orTooLittleMemory(bool done)
         throw std::bad_alloc();
 }
 
-/// A gray operation on the step's region; behind it the picture is gray.
-void onGray(Work& work, const std::optional<RECT>& roi, const GrayEdit& edit)
-{
-    if (const auto region = work.region(roi))
-        orTooLittleMemory(editArea(work.grayToChange(), *region, edit));
-}
-
 /// What the steps that may work in colours share: where, and on what.
 struct Target
 {
@@ -38,7 +31,7 @@ struct Target
     void change(Work& work, ColorRows rows, const Edit& edit) const
     {
         if (!inColor(work))
-            return onGray(work, roi, edit);
+            return work.changeGray(roi, edit);
         if (const auto region = work.region(roi)) {
             orTooLittleMemory(editArea(work.colorToChange(), ColorRows::Unpadded, *region, edit, rows));
             work.colorChanged();
@@ -50,7 +43,7 @@ template <void (CKestImage::*edit)()>
 std::unique_ptr<Operation> plain(const Arguments& a, BindContext&)
 {
     return operation([roi = a.region("roi")](Work& work, Findings&) {
-        onGray(work, roi, [](CKestImage& image) { (image.*edit)(); });
+        work.changeGray(roi, [](CKestImage& image) { (image.*edit)(); });
     });
 }
 
@@ -74,13 +67,13 @@ std::unique_ptr<Operation> threshold(const Arguments& a, BindContext&)
     return operation([roi = a.region("roi"), choice = a.threshold("threshold"), step = a.integer("auto_step"),
                       value = static_cast<unsigned char>(a.integer("value"))](Work& work, Findings&) {
         if (choice.pair)
-            return onGray(work, roi,
-                          [&](CKestImage& image) { image.DoubleThreshold(choice.high, choice.low, value); });
+            return work.changeGray(
+                roi, [&](CKestImage& image) { image.DoubleThreshold(choice.high, choice.low, value); });
         const auto region = work.region(roi);
         if (!region)
             return;
         const int level = work.level(choice, *region, step);
-        onGray(work, roi, [level](CKestImage& image) { image.Threshold(level); });
+        work.changeGray(roi, [level](CKestImage& image) { image.Threshold(level); });
     });
 }
 
@@ -88,7 +81,7 @@ std::unique_ptr<Operation> adaptive(const Arguments& a, BindContext&)
 {
     return operation(
         [roi = a.region("roi"), fill = static_cast<unsigned char>(a.integer("fill"))](Work& work, Findings&) {
-            onGray(work, roi, [fill](CKestImage& image) { image.AdaptiveThreshold(fill); });
+            work.changeGray(roi, [fill](CKestImage& image) { image.AdaptiveThreshold(fill); });
         });
 }
 
@@ -102,7 +95,7 @@ std::unique_ptr<Operation> filter(const Arguments& a, BindContext&)
             image.Filter(kernel.data(), size, divisor, offset, 1);
         };
         if (!target.inColor(work))
-            return onGray(work, target.roi, correlate);
+            return work.changeGray(target.roi, correlate);
         if (const auto region = work.region(target.roi)) {
             bool done = true;
             const auto channels = [&](CKestImage24& image) { done = editChannels(image, correlate); };
@@ -136,7 +129,7 @@ std::unique_ptr<Operation> offset(const Arguments& a, BindContext&)
 {
     return operation(
         [roi = a.region("roi"), dx = a.integer("dx"), dy = a.integer("dy")](Work& work, Findings&) {
-            onGray(work, roi, [=](CKestImage& image) { image.Offset(dx, dy); });
+            work.changeGray(roi, [=](CKestImage& image) { image.Offset(dx, dy); });
         });
 }
 

@@ -1,6 +1,7 @@
 #include "steps/MatchSearch.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace ormalux {
 
@@ -20,15 +21,52 @@ bool samePart(const _stMatchResult& a, const _stMatchResult& b)
            std::min(area(a.left, a.top, a.right, a.bottom), area(b.left, b.top, b.right, b.bottom));
 }
 
+/// The parts that are kept, by where they lie: those that overlap a box are found among few.
+class KeptParts
+{
+public:
+    bool holds(const _stMatchResult& part) const
+    {
+        bool held = false;
+        forEachCell(part, [&](std::uint64_t cell) {
+            const auto found = m_cells.find(cell);
+            if (!held && found != m_cells.end())
+                held = std::any_of(found->second.begin(), found->second.end(),
+                                   [&](std::size_t i) { return samePart(part, m_parts[i]); });
+        });
+        return held;
+    }
+    void add(const _stMatchResult& part)
+    {
+        forEachCell(part, [&](std::uint64_t cell) { m_cells[cell].push_back(m_parts.size()); });
+        m_parts.push_back(part);
+    }
+    std::vector<_stMatchResult> take() { return std::move(m_parts); }
+
+private:
+    static constexpr LONG side = 32;
+
+    template <class Body>
+    static void forEachCell(const _stMatchResult& part, const Body& body)
+    {
+        for (LONG y = part.top / side; y <= part.bottom / side; ++y)
+            for (LONG x = part.left / side; x <= part.right / side; ++x)
+                body(std::uint64_t(std::uint32_t(y)) << 32 | std::uint32_t(x));
+    }
+
+    std::vector<_stMatchResult> m_parts;
+    std::unordered_map<std::uint64_t, std::vector<std::size_t>> m_cells;
+};
+
 /// Keeps of every group of overlapping results the best.
 std::vector<_stMatchResult> withoutRepeats(std::vector<_stMatchResult> all)
 {
     sortParts(all, "yield");
-    std::vector<_stMatchResult> kept;
+    KeptParts kept;
     for (const _stMatchResult& part : all)
-        if (std::none_of(kept.begin(), kept.end(), [&](const auto& other) { return samePart(part, other); }))
-            kept.push_back(part);
-    return kept;
+        if (!kept.holds(part))
+            kept.add(part);
+    return kept.take();
 }
 
 void append(std::vector<_stMatchResult>& parts, CMatchResultArray& results, const RECT& region, int threshold)

@@ -18,17 +18,12 @@ CKestRecipe& CKestRecipe::operator=(CKestRecipe&& other) noexcept = default;
 
 CKestRecipe::~CKestRecipe() = default;
 
-/// Takes the documents when they are right, else what is wrong with them.
-int CKestRecipe::bind(std::unique_ptr<RecipeDocuments> documents, std::string wrong)
+/// Takes the documents when they are right, else says what is wrong with them.
+int CKestRecipe::bind(std::unique_ptr<RecipeDocuments> documents, Faults& faults)
 {
-    Faults faults;
-    std::shared_ptr<const RecipePlan> plan;
-    if (wrong.empty()) {
-        plan = documents->bind(faults);
-        wrong = faults.text();
-    }
-    m_error = std::move(wrong);
-    if (!m_error.empty())
+    auto plan = documents->bind(faults);
+    m_error = faults.text();
+    if (!faults.empty())
         return 0;
     m_documents = std::move(documents);
     m_plan = std::move(plan);
@@ -40,7 +35,7 @@ try {
     Faults faults;
     auto documents = std::make_unique<RecipeDocuments>();
     documents->load(path ? path : "", faults);
-    return bind(std::move(documents), faults.text());
+    return bind(std::move(documents), faults);
 } catch (const std::bad_alloc&) {
     m_error = noMemory;
     return 0;
@@ -51,7 +46,7 @@ try {
     Faults faults;
     auto documents = std::make_unique<RecipeDocuments>();
     documents->parse(json ? json : "", folder ? folder : "", faults);
-    return bind(std::move(documents), faults.text());
+    return bind(std::move(documents), faults);
 } catch (const std::bad_alloc&) {
     m_error = noMemory;
     return 0;
@@ -63,10 +58,10 @@ try {
         m_error = "there is no recipe, no name or no value";
         return 0;
     }
+    Faults faults;
     auto documents = std::make_unique<RecipeDocuments>(*m_documents);
-    std::string why;
-    documents->set(name, json_value, why);
-    return bind(std::move(documents), std::move(why));
+    m_error.clear();
+    return documents->set(name, json_value, m_error) ? bind(std::move(documents), faults) : 0;
 } catch (const std::bad_alloc&) {
     m_error = noMemory;
     return 0;

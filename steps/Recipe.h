@@ -10,6 +10,7 @@ class CKestImage;
 class CKestImage24;
 
 namespace ormalux {
+class Faults;
 class RecipeDocuments;
 struct FrameSource;
 struct RecipePlan;
@@ -61,7 +62,7 @@ public:
     const std::shared_ptr<const ormalux::RecipePlan>& plan() const { return m_plan; }
 
 private:
-    int bind(std::unique_ptr<ormalux::RecipeDocuments> documents, std::string faults);
+    int bind(std::unique_ptr<ormalux::RecipeDocuments> documents, ormalux::Faults& faults);
 
     std::unique_ptr<ormalux::RecipeDocuments> m_documents;
     std::shared_ptr<const ormalux::RecipePlan> m_plan;

@@ -228,6 +228,9 @@ private:
             else if (const Step* const other = m_plan->steps[std::size_t(reference->step)].step;
                      other && other->look == Look::None)
                 fault(parameters[i].name, line, "\"" + reference->name + "\" finds no places");
+            else if (other && (arguments.step().name == "angle" || arguments.step().name == "intersection") &&
+                     other->look != Look::Line)
+                fault(parameters[i].name, line, "\"" + reference->name + "\" finds no lines");
         }
     }
 

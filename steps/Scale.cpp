@@ -1,11 +1,13 @@
 #include "steps/Scale.h"
 
+#include "measure/PlaneScale.h"
 #include "platform/File.h"
 #include "platform/Path.h"
 #include "steps/Faults.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ormalux {
 
@@ -26,9 +28,10 @@ Scale::Point Scale::map(double x, double y) const
 {
     if (!m_plane)
         return {x * m_perPixel, y * m_perPixel};
-    const double* const m = m_matrix;
-    const double w = m[6] * x + m[7] * y + m[8];
-    return {(m[0] * x + m[1] * y + m[2]) / w, (m[3] * x + m[4] * y + m[5]) / w};
+    constexpr double nowhere = std::numeric_limits<double>::quiet_NaN();
+    CPlanePoint to{nowhere, nowhere};
+    mapPoint(m_matrix, {x, y}, to); // nothing of the plane is seen on or beyond its horizon
+    return {to.x, to.y};
 }
 
 double Scale::distance(double x1, double y1, double x2, double y2) const
@@ -41,13 +44,8 @@ double Scale::factor(double x, double y) const
 {
     if (!m_plane)
         return m_perPixel;
-    // The root of the determinant of the map's derivative.
-    const double* const m = m_matrix;
-    const double w = m[6] * x + m[7] * y + m[8];
-    const Point p = map(x, y);
-    const double a = (m[0] - m[6] * p.x) / w, b = (m[1] - m[7] * p.x) / w;
-    const double c = (m[3] - m[6] * p.y) / w, d = (m[4] - m[7] * p.y) / w;
-    return std::sqrt(std::abs(a * d - b * c));
+    const double scale = localScale(m_matrix, {x, y});
+    return scale > 0 ? scale : std::numeric_limits<double>::quiet_NaN();
 }
 
 void Scale::addColumns(std::vector<Column>& columns) const
@@ -149,6 +147,23 @@ Scale readScale(const Node& node, const std::string& folder,
         scale.m_perPixel = perPixel->real;
         if (!perPixel->isNumber() || !(perPixel->real > 0))
             fault(perPixel->line, "per_pixel: expected a number above 0");
+    }
+    if (points && !perPixel) {
+        std::vector<CPlanePair> pairs;
+        for (const Node& point : points->items) {
+            double values[4] = {};
+            bool right = point.isList() && point.items.size() == 4;
+            for (std::size_t i = 0; right && i < 4; ++i) {
+                right = point.items[i].isNumber();
+                values[i] = point.items[i].real;
+            }
+            if (!right)
+                fault(point.line, "points: " + shownValue(point) + ": expected [x, y, X, Y]");
+            pairs.push_back({{values[0], values[1]}, {values[2], values[3]}});
+        }
+        scale.m_plane = points->isList() && fitHomography(pairs, scale.m_matrix);
+        if (!scale.m_plane)
+            fault(points->line, "points: expected four or more points of a plane that do not lie in a line");
     }
     return scale;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "measure/PlaneScale.h"
 #include "steps/Findings.h"
 #include "steps/Node.h"
 
@@ -36,7 +37,7 @@ private:
     std::string m_unit;
     double m_perPixel = 1;
     bool m_plane = false;
-    double m_matrix[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    Homography m_matrix{1, 0, 0, 0, 1, 0, 0, 0, 1};
 };
 
 /// Reads {"unit", "per_pixel"}, {"unit", "points"} or the name of a file that holds one of them.

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+class CBlobRectArray;
+
 namespace ormalux {
 
 class Work;
@@ -69,6 +71,10 @@ std::vector<Step> matchSteps();
 std::vector<Step> gaugeSteps();
 std::vector<Step> sampleSteps();
 std::vector<Step> histogramSteps();
+std::vector<Step> neighbourhoodSteps();
+std::vector<Step> edgeSteps();
+std::vector<Step> relationSteps();
+std::vector<Step> featureSteps();
 std::vector<Step> frameSteps();
 
 // Parameters that many steps share.
@@ -86,6 +92,8 @@ Parameter sizeLimit(const char* name, const char* help, std::string fallback = {
 
 /// "left", "top", "right", "bottom", corners included.
 std::vector<Column> boxColumns();
+/// Adds a row for each blob, with the columns of the step "blobs".
+void listBlobs(CBlobRectArray& blobs, Findings& found);
 
 /// An operation from a function object: run(work, found).
 template <class Body>

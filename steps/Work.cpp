@@ -1,7 +1,10 @@
 #include "steps/Work.h"
 
+#include "steps/AreaEdit.h"
+
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace ormalux {
 
@@ -51,6 +54,13 @@ CKestImage& Work::grayToChange()
     }
     m_inColor = false;
     return m_gray;
+}
+
+void Work::changeGray(const std::optional<RECT>& given, const std::function<void(CKestImage&)>& edit)
+{
+    const auto part = region(given);
+    if (part && !editArea(grayToChange(), *part, edit))
+        throw std::bad_alloc();
 }
 
 void Work::setGray(CKestImage&& picture)

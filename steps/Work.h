@@ -6,6 +6,7 @@
 #include "steps/Motion.h"
 #include "steps/Parameter.h"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -33,6 +34,8 @@ public:
     const CKestImage& gray() const { return m_own ? m_gray : m_borrowed; }
     /// The same to be changed; behind it the picture is gray.
     CKestImage& grayToChange();
+    /// Changes the step's region of the gray picture, as a picture of its own. Throws std::bad_alloc.
+    void changeGray(const std::optional<RECT>& given, const std::function<void(CKestImage&)>& edit);
     /// Takes the place of the gray picture.
     void setGray(CKestImage&& picture);
     /// Empty for a gray picture; else as colour steps left it, whatever gray steps have done since.
