@@ -27,7 +27,7 @@ std::string orRefusal(bool right, const char* form)
 
 } // namespace
 
-Picture readPictureFile(const std::string& file)
+Picture readPictureFile(const std::string& file, bool takesDepth)
 {
     std::string error;
     Picture picture;
@@ -37,7 +37,10 @@ Picture readPictureFile(const std::string& file)
     }
     if (picture.empty())
         throw InputError(error);
-    for (const std::string& loss : whatWasCut(picture.origin))
+    PictureOrigin origin = picture.origin;
+    if (takesDepth && !picture.deep.empty())
+        origin.bits = origin.usedBits = 8;
+    for (const std::string& loss : whatWasCut(origin))
         complain("warning: '" + file + "': " + loss);
     return picture;
 }
@@ -52,22 +55,26 @@ try {
     return nullptr;
 }
 
-FrameSource frameOf(const Picture& picture)
+FrameSource frameOf(const Picture& picture, int bits)
 {
+    if (!picture.deep.empty())
+        return {picture.deep.data(), picture.width, picture.height, std::ptrdiff_t(2) * picture.width,
+                PixelFormat::Gray16, bits,          bits > 0};
     const int channels = picture.isGray() ? 1 : 3;
     return {picture.pixels.data(),
             picture.width,
             picture.height,
             std::ptrdiff_t(channels) * picture.width,
             picture.isGray() ? PixelFormat::Gray8 : PixelFormat::Bgr24,
-            8};
+            8,
+            false};
 }
 
 void loadPicture(const std::string& file, Workpiece& piece)
 {
     piece.file = file;
     piece.picture = readPictureFile(file);
-    orInputError(file, [&] { takeFrame(frameOf(piece.picture), 0, piece.work); });
+    orInputError(file, [&] { takeFrame(frameOf(piece.picture, 16), 0, piece.work); });
 }
 
 void savePicture(const std::string& name, const CKestImage& image)

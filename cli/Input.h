@@ -34,13 +34,14 @@ struct Workpiece
     Work work; ///< borrows the picture's pixels
 };
 
-/// Reads a picture; throws InputError. What the reader had to cut (depth, pages, transparency) is told on
-/// standard error.
-Picture readPictureFile(const std::string& file);
+/// Reads a picture; throws InputError. What the reader had to cut (depth, unless the caller takes all of it,
+/// pages, transparency) is told on standard error.
+Picture readPictureFile(const std::string& file, bool takesDepth = false);
 /// A picture that a recipe names, gray; null with the reason when it cannot be read.
 std::shared_ptr<const CKestImage> readGrayPicture(const std::string& file, std::string& why);
-/// The pixels as the engine takes them.
-FrameSource frameOf(const Picture& picture);
+/// The pixels as the engine takes them; of 16-bit gray levels all bits, so many of which are significant (0:
+/// as the recipe says).
+FrameSource frameOf(const Picture& picture, int bits = 0);
 /// Reads a picture for steps; throws InputError.
 void loadPicture(const std::string& file, Workpiece& piece);
 /// What a function of the engine returns; what it refuses becomes an InputError that names the file.

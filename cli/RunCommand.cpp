@@ -26,6 +26,7 @@ struct RunOptions
     std::string output;
     std::string shard;
     int jobs = 0;
+    int bits = 0;
     bool timing = false;
 };
 
@@ -77,13 +78,13 @@ public:
         Picture picture;
         std::string error;
         try {
-            picture = readPictureFile(file);
+            picture = readPictureFile(file, true);
         } catch (const InputError& fault) {
             error = fault.what();
         } catch (const std::bad_alloc&) {
             error = file + ": too little memory";
         }
-        m_recipe.Run(frameOf(picture), m_inspection);
+        m_recipe.Run(frameOf(picture, m_options.bits), m_inspection);
         InspectionData& data = m_inspection.data();
         if (!data.error.empty() && error.empty())
             error = file + ": " + data.error;
@@ -236,6 +237,8 @@ void addRun(Command& program)
         options->annotate);
     command.text({"-o,--output", "Write the picture as the steps left it; {} stands for the picture's name"},
                  options->output);
+    command.number({"--bits", "Significant bits of 16-bit pictures, in place of the recipe's"}, options->bits,
+                   8, 16);
     command.number({"-j,--jobs", "Processes; 0 is one a processor", false, "0"}, options->jobs, 0, 1024);
     command.text({"--shard", "Only every N-th picture beginning with the I-th, as I/N (for job arrays)"},
                  options->shard);

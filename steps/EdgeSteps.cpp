@@ -46,8 +46,8 @@ struct EdgeSearch
             found.addRow(place);
             for (const double value : {edge.x, edge.y, edge.position, edge.contrast})
                 found.add(value);
-            found.add(std::string_view(edge.polarity == CEdgePolarity::DarkBright ? "dark-bright"
-                                                                                  : "bright-dark"));
+            found.add(
+                std::string_view(edge.polarity == CEdgePolarity::DarkBright ? "dark-bright" : "bright-dark"));
         }
     }
 };
@@ -164,16 +164,18 @@ std::vector<Step> edgeSteps()
         return operation(EdgeSearch{a.numbers("line"), settingsOf(a)});
     };
 
-    Step line = edgeStep("line", "Measure a straight edge in a turned box, between the pixels", "lines",
-                         Look::Line);
+    Step line =
+        edgeStep("line", "Measure a straight edge in a turned box, between the pixels", "lines", Look::Line);
     line.parameters = {
         {"box", Kind::Box, "", "Middle x and y, length along the edge, width across it, angle of the edge"},
         wholeNumber("scans", 3, 10000, "Scans across the edge", "50")};
-    append(line.parameters, edgeParameters("The change looked for, from the left of the direction to its right",
-                                           {"strongest", "first", "last"}));
-    line.columns = {position("x", true),       position("y", false),      {"angle", CellType::Real},
-                    position("x1", true),      position("y1", false),     position("x2", true),
-                    position("y2", false),     {"rms", CellType::Real, Quantity::Length},
+    append(line.parameters,
+           edgeParameters("The change looked for, from the left of the direction to its right",
+                          {"strongest", "first", "last"}));
+    line.columns = {position("x", true),          position("y", false),
+                    {"angle", CellType::Real},    position("x1", true),
+                    position("y1", false),        position("x2", true),
+                    position("y2", false),        {"rms", CellType::Real, Quantity::Length},
                     {"scans", CellType::Integer}, {"used", CellType::Integer}};
     line.make = [](const Arguments& a, BindContext& context) {
         if (!(a.numbers("box")[2] > 0 && a.numbers("box")[3] > 0))

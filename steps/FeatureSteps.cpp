@@ -65,9 +65,8 @@ struct Comparison
         const auto region = work.region(roi);
         if (!region)
             return;
-        const ConstGrayView part =
-            work.gray().view().part(region->left, region->top, region->right - region->left + 1,
-                                    region->bottom - region->top + 1);
+        const ConstGrayView part = work.gray().view().part(
+            region->left, region->top, region->right - region->left + 1, region->bottom - region->top + 1);
         CKestImage marks(part.width, part.height);
         if (marks.IsEmpty())
             throw std::bad_alloc();
@@ -147,19 +146,27 @@ COLORREF colorOf(const std::vector<double>& c)
 
 std::unique_ptr<Operation> colorBlobs(const Arguments& a, BindContext& context)
 {
-    ColorSearch search{a.region("roi"), a.given("hue"), 0, 0, {}, a.size("min_size"), a.size("max_size", {INT_MAX, INT_MAX})};
+    ColorSearch search{a.region("roi"),
+                       a.given("hue"),
+                       0,
+                       0,
+                       {},
+                       a.size("min_size"),
+                       a.size("max_size", {INT_MAX, INT_MAX})};
     const bool both = a.given("low") && a.given("high");
     if (search.byHue ? a.given("low") || a.given("high") : !both)
-        context.fault(search.byHue ? "hue" : a.given("low") ? "high" : "low",
+        context.fault(search.byHue     ? "hue"
+                      : a.given("low") ? "high"
+                                       : "low",
                       "takes \"low\" and \"high\", or \"hue\"");
     if (both) {
         search.low = colorOf(a.numbers("low"));
         search.high = colorOf(a.numbers("high"));
     }
     if (search.byHue) {
-        const auto &hue = a.numbers("hue"), &saturation = a.numbers("saturation"), &value = a.numbers("value");
-        search.hues = {hue[0],           hue[1],        int(saturation[0]), int(saturation[1]),
-                       int(value[0]), int(value[1])};
+        const auto &hue = a.numbers("hue"), &saturation = a.numbers("saturation"),
+                   &value = a.numbers("value");
+        search.hues = {hue[0], hue[1], int(saturation[0]), int(saturation[1]), int(value[0]), int(value[1])};
         if (!isValid(search.hues))
             context.fault("hue", "saturation and value must be in order");
     }
@@ -211,14 +218,15 @@ std::vector<Step> featureSteps()
     const auto channels = [](const char* name, const char* help) {
         return optional({name, Kind::Triple, "", help, 0, 255});
     };
-    colors.parameters = {channels("low", "Least red, green and blue"),
-                         channels("high", "Greatest red, green and blue"),
-                         pairOf("hue", 360, "Or a range of hues in degrees, through 0 when the first is larger", {}),
-                         pairOf("saturation", 255, "Range of saturation beside a hue", "0,255"),
-                         pairOf("value", 255, "Range of value beside a hue", "0,255"),
-                         regionOnly(),
-                         sizeLimit("min_size", "Smallest width and height, WxH", "2x2"),
-                         sizeLimit("max_size", "Largest width and height, WxH")};
+    colors.parameters = {
+        channels("low", "Least red, green and blue"),
+        channels("high", "Greatest red, green and blue"),
+        pairOf("hue", 360, "Or a range of hues in degrees, through 0 when the first is larger", {}),
+        pairOf("saturation", 255, "Range of saturation beside a hue", "0,255"),
+        pairOf("value", 255, "Range of value beside a hue", "0,255"),
+        regionOnly(),
+        sizeLimit("min_size", "Smallest width and height, WxH", "2x2"),
+        sizeLimit("max_size", "Largest width and height, WxH")};
     colors.facts = {{"count", CellType::Integer}};
     colors.make = colorBlobs;
     return {measured, compared, colors};

@@ -13,7 +13,8 @@ class FeatureChoice
 public:
     explicit FeatureChoice(const Arguments& arguments);
     /// Adds a row each; their coordinates are moved by left and top. Blobs of a mask have no mean level.
-    void list(std::vector<CBlobFeature>& blobs, bool hasLevels, Findings& found, int left = 0, int top = 0) const;
+    void list(std::vector<CBlobFeature>& blobs, bool hasLevels, Findings& found, int left = 0,
+              int top = 0) const;
 
 private:
     std::vector<Condition> m_where;

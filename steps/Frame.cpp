@@ -41,7 +41,7 @@ const std::uint8_t* rowOf(const FrameSource& source, int y)
 std::string takeDeep(const FrameSource& source, int recipeBits, Work& work)
 {
     // 8, which callers give for all other formats, stands behind what the recipe says.
-    const int given = source.bits == 8 && recipeBits > 0 ? 0 : source.bits;
+    const int given = source.bits == 8 && recipeBits > 0 && !source.overridesRecipe ? 0 : source.bits;
     const bool said = given > 0 || recipeBits > 0;
     const int bits = given > 0 ? given : recipeBits > 0 ? recipeBits : 16;
     if (source.bits < 0 || bits < 8 || bits > 16)

@@ -24,7 +24,8 @@ struct FrameSource
     int height = 0;
     std::ptrdiff_t stride = 0;
     PixelFormat format = PixelFormat::Gray8;
-    int bits = 0; ///< significant bits of 16-bit pixels; 0: as the recipe says, else all
+    int bits = 0;                 ///< significant bits of 16-bit pixels; 0: as the recipe says, else all
+    bool overridesRecipe = false; ///< the bits hold whatever the recipe says
 };
 
 /// Hands a frame to the steps; gray rows without gaps are borrowed. Returns what should be known of it, empty

@@ -37,7 +37,8 @@ std::shared_ptr<const CKestImage> readBmp(const std::string& path, std::string& 
     }
     const std::span<const std::uint8_t> file(*bytes);
     why = "not an uncompressed BMP of 8, 24 or 32 bits, which is all that is read here";
-    if (file.size() < 54 || file[0] != 'B' || file[1] != 'M' || number(file, 14, 4) < 40 || number(file, 30, 4) != 0)
+    if (file.size() < 54 || file[0] != 'B' || file[1] != 'M' || number(file, 14, 4) < 40 ||
+        number(file, 30, 4) != 0)
         return nullptr;
     const int bits = int(number(file, 28, 2));
     const std::int64_t width = std::int32_t(number(file, 18, 4)), rows = std::int32_t(number(file, 22, 4));

@@ -29,7 +29,8 @@ struct Pair
 
     explicit Pair(const Arguments& a) : from(a.reference("from")), to(a.reference("to")) {}
 
-    template <class Body> void with(const Work& work, const Body& body) const
+    template <class Body>
+    void with(const Work& work, const Body& body) const
     {
         const Place *const a = work.find(from), *const b = work.find(to);
         if (a && b)
@@ -110,11 +111,11 @@ std::vector<Step> relationSteps()
     Step distances = relation("distance", "The distance of two findings", "distances", anything, Look::Line);
     distances.columns = {{"distance", CellType::Real, Quantity::Distance}};
     distances.make = distanceStep;
-    Step angles = relation("angle", "The angle between two lines, 0 to 90 degrees", "angles", aLine, Look::None);
+    Step angles =
+        relation("angle", "The angle between two lines, 0 to 90 degrees", "angles", aLine, Look::None);
     angles.columns = {{"angle", CellType::Real}};
     angles.make = angleStep;
-    Step crossings =
-        relation("intersection", "Where two lines meet", "intersections", aLine, Look::Cross);
+    Step crossings = relation("intersection", "Where two lines meet", "intersections", aLine, Look::Cross);
     crossings.columns = {{"x", CellType::Real, Quantity::X}, {"y", CellType::Real, Quantity::Y}};
     crossings.make = intersectionStep;
     return {distances, angles, crossings};

@@ -48,14 +48,15 @@ int declaredPaletteBits(std::span<const std::uint8_t> file)
     return 8;
 }
 
-/// 16-bit gray to the nearest of 256 levels.
+/// The upper eight of 16 bits, and all of them beside.
 Picture fromGray16(const QImage& image, Picture picture)
 {
+    picture.deep.resize(picture.pixels.size());
     for (int y = 0; y < picture.height; ++y) {
-        const auto* in = reinterpret_cast<const std::uint16_t*>(image.constScanLine(y));
-        std::uint8_t* out = picture.pixels.data() + std::size_t(y) * std::size_t(picture.width);
-        for (int x = 0; x < picture.width; ++x)
-            out[x] = std::uint8_t((in[x] * 255u + 32767u) / 65535u);
+        const std::size_t row = std::size_t(y) * std::size_t(picture.width);
+        std::memcpy(picture.deep.data() + row, image.constScanLine(y), 2 * std::size_t(picture.width));
+        for (std::size_t x = 0; x < std::size_t(picture.width); ++x)
+            picture.pixels[row + x] = std::uint8_t(picture.deep[row + x] >> 8);
     }
     return picture;
 }

@@ -22,8 +22,8 @@ enum class PaletteUse
 inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 
 /// Reads a picture file of any kind that the system knows (BMP, PNG, JPEG, TIFF and what the toolkit's
-/// plugins add), told by its content and not by its name. path is UTF-8. 16-bit gray becomes 8-bit;
-/// transparency is dropped; colours are never mixed into gray; of several pages the first is read. The
+/// plugins add), told by its content and not by its name. path is UTF-8. Of 16-bit gray the upper 8 bits are
+/// taken; transparency is dropped; colours are never mixed into gray; of several pages the first is read. The
 /// picture's origin tells what was cut so.
 ///
 /// An empty picture when that fails; error, when given, then holds one English sentence that names the file

@@ -126,7 +126,8 @@ TEST(Inspection, AMissingFrameFailsThePictureAndTheOthersReport)
     EXPECT_EQ(recipe.Run(boxes(), result), 0);
     EXPECT_EQ(result.GetCount("all"), 3);
     EXPECT_EQ(result.GetCount("inside"), 0);
-    EXPECT_THAT(result.GetJson(), HasSubstr(R"("verdict":"fail","failed":[{"of":"board","reason":"huge was not found"}])"));
+    EXPECT_THAT(result.GetJson(),
+                HasSubstr(R"("verdict":"fail","failed":[{"of":"board","reason":"huge was not found"}])"));
 }
 
 TEST(Inspection, UprightRegionsOfATurnedPlateAreMeasuredAsAtRest)
@@ -177,9 +178,11 @@ TEST(Inspection, LimitsTakeEveryForm)
     // Rows in scan order: 10 x 10, 16 x 12, 10 x 10.
     for (const char* right :
          {R"-({"of":"b.count","equals":3})-", R"-({"of":"b.width","nominal":10,"tolerance":0})-",
-          R"-({"of":"b[2].width","nominal":15,"tolerance":[0,1]})-", R"-({"of":"b.max(width)","at_most":16})-",
-          R"-({"of":"b.min(height)","at_least":10})-", R"-({"of":"b.mean(width)","nominal":12,"tolerance":1e-9})-",
-          R"-({"of":"b.range(width)","equals":6})-", R"-({"of":"b.std(width)","nominal":2.8284271,"tolerance":1e-6})-",
+          R"-({"of":"b[2].width","nominal":15,"tolerance":[0,1]})-",
+          R"-({"of":"b.max(width)","at_most":16})-", R"-({"of":"b.min(height)","at_least":10})-",
+          R"-({"of":"b.mean(width)","nominal":12,"tolerance":1e-9})-",
+          R"-({"of":"b.range(width)","equals":6})-",
+          R"-({"of":"b.std(width)","nominal":2.8284271,"tolerance":1e-6})-",
           R"-({"of":"b.threshold","one_of":[99,100]})-", R"-({"of":"b[3].left","matches":"^4"})-"})
         EXPECT_THAT(verdict(right), HasSubstr(R"("verdict":"pass"})")) << right;
     EXPECT_THAT(verdict(R"({"of":"b[4].width","at_least":0})"),
@@ -222,8 +225,8 @@ TEST(Inspection, ManyThreadsGetTheBytesOfOne)
 TEST(CInterface, EveryFormatAndStrideGivesTheSameFindings)
 {
     char error[200] = "x";
-    ormalux_recipe* const recipe =
-        ormalux_recipe_parse(R"({"steps":[{"step":"blobs","threshold":100},{"step":"histogram"}]})", nullptr, error, sizeof error);
+    ormalux_recipe* const recipe = ormalux_recipe_parse(
+        R"({"steps":[{"step":"blobs","threshold":100},{"step":"histogram"}]})", nullptr, error, sizeof error);
     ASSERT_TRUE(recipe) << error;
     const CKestImage gray = boxes();
     const int width = gray.GetWidth(), height = gray.GetHeight();
@@ -236,21 +239,25 @@ TEST(CInterface, EveryFormatAndStrideGivesTheSameFindings)
     };
     const std::string expected = run(gray.view().pixels, width, ORMALUX_GRAY8, 8);
     EXPECT_THAT(expected, HasSubstr(R"({"steps":[{"step":"blobs","threshold":100,"count":3,)"));
-    for (const auto& [format, channels] : {std::pair(ORMALUX_GRAY8, 1), {ORMALUX_BGR24, 3}, {ORMALUX_RGB24, 3}, {ORMALUX_BGRA32, 4}})
+    for (const auto& [format, channels] :
+         {std::pair(ORMALUX_GRAY8, 1), {ORMALUX_BGR24, 3}, {ORMALUX_RGB24, 3}, {ORMALUX_BGRA32, 4}})
         for (const int direction : {1, -1}) {
             const int stride = width * channels + 5;
             std::vector<std::uint8_t> buffer(std::size_t(stride) * height, 77);
             for (int y = 0; y < height; ++y)
                 for (int x = 0; x < width * channels; ++x)
-                    buffer[std::size_t(direction > 0 ? y : height - 1 - y) * stride + x] = gray.view().row(y)[x / channels];
-            const std::uint8_t* const top = buffer.data() + (direction > 0 ? 0 : std::size_t(stride) * (height - 1));
+                    buffer[std::size_t(direction > 0 ? y : height - 1 - y) * stride + x] =
+                        gray.view().row(y)[x / channels];
+            const std::uint8_t* const top =
+                buffer.data() + (direction > 0 ? 0 : std::size_t(stride) * (height - 1));
             EXPECT_EQ(run(top, direction * stride, format, 8), expected) << format << " " << direction;
         }
     std::vector<std::uint16_t> deep(std::size_t(width) * height);
     for (std::size_t i = 0; i < deep.size(); ++i)
         deep[i] = std::uint16_t(gray.view().pixels[i] << 4 | 9);
     EXPECT_EQ(run(deep.data(), 2 * width, ORMALUX_GRAY16, 12), expected);
-    ormalux_result* const dark = ormalux_recipe_run(recipe, deep.data(), width, height, 2 * width, ORMALUX_GRAY16, 0);
+    ormalux_result* const dark =
+        ormalux_recipe_run(recipe, deep.data(), width, height, 2 * width, ORMALUX_GRAY16, 0);
     EXPECT_THAT(ormalux_result_json(dark), HasSubstr("\"warning\""));
     ormalux_result_free(dark);
     ormalux_recipe_close(recipe);
@@ -274,10 +281,14 @@ TEST(CInterface, WrongArgumentsGiveAnErrorAndNeverAPart)
         int width, height;
         std::ptrdiff_t stride;
         int format, bits;
-    } wrong[] = {{nullptr, pixels, 8, 8, 8, 1, 8},        {recipe, nullptr, 8, 8, 8, 1, 8},
-                 {recipe, pixels, 0, 8, 8, 1, 8},         {recipe, pixels, 8, -8, 8, 1, 8},
-                 {recipe, pixels, 8, 8, 7, 1, 8},         {recipe, pixels, 8, 8, 8, 9, 8},
-                 {recipe, pixels, 4, 8, 8, 5, 17},        {recipe, pixels, 4, 8, 8, 5, -1},
+    } wrong[] = {{nullptr, pixels, 8, 8, 8, 1, 8},
+                 {recipe, nullptr, 8, 8, 8, 1, 8},
+                 {recipe, pixels, 0, 8, 8, 1, 8},
+                 {recipe, pixels, 8, -8, 8, 1, 8},
+                 {recipe, pixels, 8, 8, 7, 1, 8},
+                 {recipe, pixels, 8, 8, 8, 9, 8},
+                 {recipe, pixels, 4, 8, 8, 5, 17},
+                 {recipe, pixels, 4, 8, 8, 5, -1},
                  {recipe, pixels, 1 << 30, 1 << 30, 1 << 30, 1, 8}};
     for (const auto& w : wrong) {
         ormalux_result* const result =

@@ -46,30 +46,37 @@ TEST(RecipeFaults, AreAllReportedAtOnceWithLineStepFieldAndNearestName)
   ],
   "limit": []
 })");
-    EXPECT_THAT(lines,
-                ElementsAre(MatchesRegex("recipe:17: unknown field \"limit\", the nearest is \"limits\""),
-                            MatchesRegex("recipe:4: step 1, step: unknown step \"blobz\", the nearest is \"blobs\""),
-                            MatchesRegex("recipe:5: step lid, threshold: unknown value \"levl\".*\"level\""),
-                            MatchesRegex("recipe:5: step lid, threshold: .*expected 'auto'.*"),
-                            MatchesRegex("recipe:5: step lid, min_size: 9x9 is above max_size 3x3"),
-                            MatchesRegex("recipe:7: step 3, brightness: 1.5: expected a whole number.*"),
-                            MatchesRegex("recipe:7: step 3, contrast: is missing"),
-                            MatchesRegex("recipe:7: step 3, contrst: unknown field.*\"contrast\""),
-                            MatchesRegex("recipe:8: step lid, name: \"lid\" is used twice"),
-                            MatchesRegex("recipe:9: step 5, in: unknown frame \"board\".*defined before"),
-                            MatchesRegex("recipe:10: step board, origin: unknown step \"lidd\".*\"lid\".*"),
-                            MatchesRegex("recipe:11: step 7, roi: .*reversed"),
-                            MatchesRegex("recipe:14: limit 1, of: .*unknown column \"widht\".*\"width\""),
-                            MatchesRegex("recipe:15: limit 2, tolerance: is missing")));
+    EXPECT_THAT(
+        lines,
+        ElementsAre(MatchesRegex("recipe:17: unknown field \"limit\", the nearest is \"limits\""),
+                    MatchesRegex("recipe:4: step 1, step: unknown step \"blobz\", the nearest is \"blobs\""),
+                    MatchesRegex("recipe:5: step lid, threshold: unknown value \"levl\".*\"level\""),
+                    MatchesRegex("recipe:5: step lid, threshold: .*expected 'auto'.*"),
+                    MatchesRegex("recipe:5: step lid, min_size: 9x9 is above max_size 3x3"),
+                    MatchesRegex("recipe:7: step 3, brightness: 1.5: expected a whole number.*"),
+                    MatchesRegex("recipe:7: step 3, contrast: is missing"),
+                    MatchesRegex("recipe:7: step 3, contrst: unknown field.*\"contrast\""),
+                    MatchesRegex("recipe:8: step lid, name: \"lid\" is used twice"),
+                    MatchesRegex("recipe:9: step 5, in: unknown frame \"board\".*defined before"),
+                    MatchesRegex("recipe:10: step board, origin: unknown step \"lidd\".*\"lid\".*"),
+                    MatchesRegex("recipe:11: step 7, roi: .*reversed"),
+                    MatchesRegex("recipe:14: limit 1, of: .*unknown column \"widht\".*\"width\""),
+                    MatchesRegex("recipe:15: limit 2, tolerance: is missing")));
 }
 
 TEST(RecipeFaults, HostileTextGivesOneLineOfOurOwn)
 {
     const std::string deep(100000, '[');
-    const std::string cases[] = {
-        deep, R"({"steps":)" + deep, "{", "", "nul", R"({"steps":[{"step":"blobs","threshold":1e999}]})",
-        R"({"steps":[{"step":")" + std::string(900000, 'x') + "\"}]}", "{\"steps\":[{\"step\":\"\xff\xfe\"}]}",
-        R"({"steps":[{"step":"invert"}],"steps":[]})", R"({"steps":[{"step":"\u001b[31m"}]})"};
+    const std::string cases[] = {deep,
+                                 R"({"steps":)" + deep,
+                                 "{",
+                                 "",
+                                 "nul",
+                                 R"({"steps":[{"step":"blobs","threshold":1e999}]})",
+                                 R"({"steps":[{"step":")" + std::string(900000, 'x') + "\"}]}",
+                                 "{\"steps\":[{\"step\":\"\xff\xfe\"}]}",
+                                 R"({"steps":[{"step":"invert"}],"steps":[]})",
+                                 R"({"steps":[{"step":"\u001b[31m"}]})"};
     for (const std::string& text : cases) {
         const auto lines = faultsOf(text);
         ASSERT_FALSE(lines.empty()) << text.substr(0, 40);
@@ -89,7 +96,9 @@ TEST(RecipeFaults, IncludedRecipesComeFirstAndTheirFaultsNameTheirFile)
 {
     const auto folder = std::filesystem::temp_directory_path() / "ormalux-include-test";
     std::filesystem::create_directories(folder / "parts");
-    const auto write = [&](const char* name, const std::string& text) { std::ofstream(folder / name) << text; };
+    const auto write = [&](const char* name, const std::string& text) {
+        std::ofstream(folder / name) << text;
+    };
     write("parts/base.json", R"({"values": {"level": 100, "size": "2x2"},
         "steps": [{"step": "blobs", "name": "all", "threshold": "$level", "min_size": "$size"}],
         "limits": [{"of": "all.count", "at_least": 1}]})");
