@@ -236,7 +236,8 @@ void addRun(Command& program)
         options->annotate);
     command.text({"-o,--output", "Write the picture as the steps left it; {} stands for the picture's name"},
                  options->output);
-    command.number({"-j,--jobs", "Processes; 0 is one a processor", false, "0"}, options->jobs, 0, 1024);
+    command.number({"-j,--jobs", "Processes; 0 is one for each processor", false, "0"}, options->jobs, 0,
+                   1024);
     command.text({"--shard", "Only every N-th picture beginning with the I-th, as I/N (for job arrays)"},
                  options->shard);
     command.flag({"--timing", "Add the milliseconds that each picture took as \"ms\""}, options->timing);
