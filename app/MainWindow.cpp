@@ -128,11 +128,11 @@ bool MainWindow::showFile(const QString& file, QStringList& failures)
 {
     QString why;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    int bits = 8;
-    const bool read = openPicture(*m_window, file, &why, &bits);
+    PictureOrigin origin;
+    const bool read = openPicture(*m_window, file, &why, &origin);
     QApplication::restoreOverrideCursor();
     if (read)
-        m_status->setFileBits(bits);
+        m_status->setFileBits(origin.bits, origin.usedBits);
     if (!read) {
         failures << why;
         m_preferences.recent.removeAll(file);

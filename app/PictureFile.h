@@ -1,5 +1,7 @@
 #pragma once
 
+#include "view/PictureOrigin.h"
+
 #include <QImage>
 #include <QString>
 
@@ -7,10 +9,10 @@ class CKestWnd;
 
 namespace ormalux::viewer {
 
-/// Shows a picture file of any kind, upright and in its own gray levels or colours, at the fit zoom. bits,
-/// when given, becomes how many bits a channel has in the file. False with the picture as it was when that
-/// fails; why then says it in the operator's language and names the file.
-bool openPicture(CKestWnd& window, const QString& path, QString* why, int* bits = nullptr);
+/// Shows a picture file of any kind, upright and in its own gray levels or colours, at the fit zoom. origin,
+/// when given, becomes what the file held. False with the picture as it was when that fails; why then says it
+/// in the operator's language and names the file.
+bool openPicture(CKestWnd& window, const QString& path, QString* why, PictureOrigin* origin = nullptr);
 
 /// Turns the picture by quarters, clockwise, every pixel exactly; width and height change places. Shown at
 /// the fit zoom. False with the picture as it was when there is none or memory is short.

@@ -47,16 +47,20 @@ void StatusLine::setPage(int index, int count)
     m_page->setText(QStringLiteral("%1 / %2").arg(index + 1).arg(count));
 }
 
-void StatusLine::setFileBits(int bits)
+void StatusLine::setFileBits(int bits, int used)
 {
     m_fileBits = bits;
+    m_usedBits = used;
     showLoss();
 }
 
 void StatusLine::showLoss()
 {
     m_loss->setVisible(m_fileBits > 8);
-    m_loss->setText(tr("%1비트를 8비트로 줄였습니다").arg(m_fileBits));
+    m_loss->setText(
+        m_usedBits < m_fileBits
+            ? tr("%1비트 중 %2비트만 쓰여 어둡습니다 (8비트로 줄임)").arg(m_fileBits).arg(m_usedBits)
+            : tr("%1비트를 8비트로 줄였습니다").arg(m_fileBits));
     m_loss->setToolTip(
         tr("파일에는 채널마다 %1비트가 있습니다. 보이고 재고 저장하는 것은 8비트로 줄인 그림입니다.")
             .arg(m_fileBits));

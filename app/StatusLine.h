@@ -19,9 +19,9 @@ public:
 
     /// The place in the list, from 0; nothing is shown for a list of one.
     void setPage(int index, int count);
-    /// How many bits a channel of the picture has in its file; what is lost of more than 8 is said until the
-    /// next picture.
-    void setFileBits(int bits);
+    /// How many bits a channel of the picture has in its file, and how many its levels need; what is lost of
+    /// more than 8 is said until the next picture.
+    void setFileBits(int bits, int used);
     /// Writes every text again, after the language has changed.
     void retranslate();
 
@@ -44,6 +44,7 @@ private:
     int m_index = 0;
     int m_count = 0;
     int m_fileBits = 8;
+    int m_usedBits = 8;
 };
 
 } // namespace ormalux::viewer

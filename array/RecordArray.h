@@ -1,12 +1,18 @@
 #pragma once
 
+#include "array/RecordSpan.h"
 #include "array/RecordStorage.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <utility>
+
+#if defined(__GNUC__)
+#define ORMALUX_LIKELY(condition) __builtin_expect(bool(condition), 1)
+#else
+#define ORMALUX_LIKELY(condition) (condition)
+#endif
 
 namespace ormalux {
 
@@ -84,22 +90,22 @@ public:
     virtual Record& operator[](int index) { return at(index); }
 
     /// The records in use that the room holds, for loops without a call per record.
-    std::span<Record> records() { return {m_storage.data(), std::size_t(std::min(m_count, m_capacity))}; }
-    std::span<const Record> records() const
+    RecordSpan<Record> records() { return {m_storage.data(), std::size_t(std::min(m_count, m_capacity))}; }
+    RecordSpan<const Record> records() const
     {
         return {m_storage.data(), std::size_t(std::min(m_count, m_capacity))};
     }
 
     /// Appends n records that the caller fills at once, and returns them; empty when memory is short.
     /// Records of trivial types hold anything until they are written.
-    std::span<Record> appendForOverwrite(std::size_t n)
+    RecordSpan<Record> appendForOverwrite(std::size_t n)
     {
         if (n == 0 || !makeRoomForMore(n))
             return {};
         const int wanted = m_count + int(n);
         m_storage.clearUpTo(m_count);
         m_storage.exposeUpTo(wanted);
-        std::span<Record> added(m_storage.data() + m_count, n);
+        RecordSpan<Record> added(m_storage.data() + m_count, n);
         m_count = wanted;
         return added;
     }
@@ -120,7 +126,7 @@ protected:
     /// The record at index, or the spare one, cleared, outside the room.
     Record& at(int index)
     {
-        if (std::uint32_t(index) < std::uint32_t(m_storage.live())) [[likely]]
+        if (ORMALUX_LIKELY(std::uint32_t(index) < std::uint32_t(m_storage.live())))
             return m_storage.data()[index];
         return unusedAt(index);
     }
@@ -129,7 +135,7 @@ protected:
     bool append(const Record& record)
     {
         if constexpr (trivial) {
-            if (m_count < m_storage.live()) [[likely]] {
+            if (ORMALUX_LIKELY(m_count < m_storage.live())) {
                 m_storage.data()[m_count++] = record;
                 return true;
             }
@@ -214,7 +220,7 @@ protected:
     template <class Keep>
     int retain(Keep keep)
     {
-        const std::span<Record> all = records();
+        const RecordSpan<Record> all = records();
         std::size_t kept = 0;
         for (std::size_t i = 0; i < all.size(); ++i)
             if (keep(all[i], i))

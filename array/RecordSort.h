@@ -190,7 +190,7 @@ template <class Record>
 template <class KeyOf>
 void RecordArray<Record>::sortBy(KeyOf keyOf)
 {
-    sortRecords(records(), keyOf);
+    sortRecords(std::span<Record>(records()), keyOf);
 }
 
 } // namespace ormalux

@@ -239,7 +239,8 @@ void addRun(Command& program)
                  options->output);
     command.number({"--bits", "Significant bits of 16-bit pictures, in place of the recipe's"}, options->bits,
                    8, 16);
-    command.number({"-j,--jobs", "Processes; 0 is one a processor", false, "0"}, options->jobs, 0, 1024);
+    command.number({"-j,--jobs", "Processes; 0 is one for each processor", false, "0"}, options->jobs, 0,
+                   1024);
     command.text({"--shard", "Only every N-th picture beginning with the I-th, as I/N (for job arrays)"},
                  options->shard);
     command.flag({"--timing", "Add the milliseconds that each picture took as \"ms\""}, options->timing);

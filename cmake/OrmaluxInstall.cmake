@@ -16,7 +16,7 @@ set(interface_headers
   measure/Alignment.h measure/BlobFeature.h measure/EdgeMeasure.h measure/PlaneMeasure.h
   steps/Inspection.h steps/Recipe.h interface/ormalux.h)
 file(GLOB array_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/array/*Array.h)
-list(APPEND interface_headers ${array_headers} array/Records.h array/RecordStorage.h)
+list(APPEND interface_headers ${array_headers} array/Records.h array/RecordSpan.h array/RecordStorage.h)
 if(ORMALUX_BUILD_VIEW)
   set_target_properties(OrmaluxView PROPERTIES INSTALL_RPATH $ORIGIN)
   install(TARGETS OrmaluxView EXPORT OrmaluxViewTargets
@@ -24,7 +24,8 @@ if(ORMALUX_BUILD_VIEW)
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(EXPORT OrmaluxViewTargets NAMESPACE Ormalux:: DESTINATION ${config_dir})
-  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h view/Language.h)
+  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h view/Language.h
+          view/PictureOrigin.h)
     if(EXISTS ${PROJECT_SOURCE_DIR}/${header})
       list(APPEND interface_headers ${header})
     endif()

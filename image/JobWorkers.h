@@ -10,8 +10,8 @@
 
 namespace ormalux {
 
-/// The workers of one kind of job: a record a processor, each with its start, quit and done events, and from
-/// the first job on that can use it a thread.
+/// The workers of one kind of job: one record for each processor, each with its start, quit and done events,
+/// and from the first job on that can use it a thread.
 class JobWorkers
 {
 public:

@@ -105,8 +105,9 @@ int ormalux_result_image(const ormalux_result* result, void* pixels, int* width,
 {
     if (!width || !height || !channels)
         return 0;
+    constexpr int most = 1 << 30; // a longer side holds no more pictures
     const std::int64_t room =
-        std::int64_t(std::max(*width, 0)) * std::max(*height, 0) * (*channels == 3 ? 3 : 1);
+        std::int64_t(std::clamp(*width, 0, most)) * std::clamp(*height, 0, most) * (*channels == 3 ? 3 : 1);
     *width = *height = *channels = 0;
     if (!result || !result->inspection.data().ran())
         return 0;

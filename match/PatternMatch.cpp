@@ -47,7 +47,7 @@ std::optional<_stMatchSource> patternSource(CMatchSrcArray& sources)
 {
     if (sources.GetCount() > 1)
         return {};
-    const auto records = sources.records();
+    const std::span<const _stMatchSource> records = sources.records();
     return records.empty() ? _stMatchSource{} : records.front();
 }
 

@@ -27,7 +27,7 @@ std::error_code replaceFile(const std::filesystem::path& target, const PartSourc
 /// the names of the process's own open files (/dev/stdout).
 bool isWrittenInto(const std::filesystem::path& target);
 
-/// Writes into what isWrittenInto tells of. A named pipe without a reader is waited for.
+/// Writes into a target for which isWrittenInto holds. A named pipe without a reader is waited for.
 std::error_code writeInto(const std::filesystem::path& target, const PartSource& nextPart);
 
 /// The name of the new file beside a target of this name; writers at the same time take different slots.

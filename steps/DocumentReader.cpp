@@ -108,7 +108,7 @@ public:
         if (object.keys.size() >= mostFields)
             return refuse("an object of more than 1000 fields");
         if (std::find(object.keys.begin(), object.keys.end(), name) != object.keys.end()) {
-            m_faults.add(m_file, line(), "", "the field \"" + oneLine(name, 60) + "\" stands twice");
+            m_faults.add(m_file, line(), place() + oneLine(name, 60), "the field stands twice");
             m_doubled = true; // told with all others of its kind; the first one is kept
         }
         object.keys.push_back(std::move(name));
@@ -122,7 +122,7 @@ public:
             return refuse("a number out of range: " + oneLine(token, 40));
         if (why.find("UTF-8") != std::string_view::npos)
             return refuse("not JSON: a text that is not UTF-8");
-        if (why.find("end of input") != std::string_view::npos)
+        if (why.find("unexpected end of input") != std::string_view::npos)
             return refuse("not JSON: the text ends too early");
         return refuse("not JSON at " + oneLine(token, 40));
     }
@@ -135,10 +135,19 @@ private:
         return false;
     }
 
+    /// "step 2, " within the second step, likewise for limits; nothing outside of them.
+    std::string place() const
+    {
+        if (m_open.size() < 3 || (m_root.keys.back() != "steps" && m_root.keys.back() != "limits"))
+            return {};
+        const std::string list = m_root.keys.back();
+        return list.substr(0, list.size() - 1) + " " + std::to_string(m_open[1]->items.size()) + ", ";
+    }
+
     /// The line of the last character that belongs to the value: one behind a number has been looked at.
     int line()
     {
-        const char* const end = std::max(m_begin, m_reached - 1);
+        const char* const end = m_reached == m_begin ? m_begin : m_reached - 1;
         m_line += int(std::count(m_counted, std::max(m_counted, end), '\n'));
         m_counted = std::max(m_counted, end);
         return m_line;

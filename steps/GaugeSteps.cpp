@@ -132,8 +132,9 @@ std::vector<Step> gaugeSteps()
         polarity,
         choice("direction", {"vertical", "horizontal"}, "How the edge runs, roughly", "vertical"),
         wholeNumber("spacing", 1, 10000, "Columns between scan lines of a horizontal edge", "1"),
-        wholeNumber("bands", 1, 4096,
-                    "Parts of a horizontal edge that each step anew; the library takes one a processor", "1"),
+        wholeNumber(
+            "bands", 1, 4096,
+            "Parts of a horizontal edge that each step anew; the library takes one for each processor", "1"),
         threshold};
     line.list = "lines";
     line.facts = {{"count", CellType::Integer}};

@@ -21,6 +21,30 @@ constexpr struct
                   {"range", Limit::Of::Range},
                   {"std", Limit::Of::Std}};
 
+/// A pattern that is searched for in steps of text times pattern and without a stack as deep as the text is
+/// long, where the library offers that; references to groups need the other way, which searches short texts.
+std::function<bool(const std::string&)> searchFor(const std::string& text)
+{
+    constexpr std::size_t longest = 1000; // compiling and the other way go as deep as brackets and texts
+    if (text.size() > longest || std::count(text.begin(), text.end(), '(') > 100)
+        throw std::regex_error(std::regex_constants::error_space);
+    using Pattern = std::shared_ptr<const std::regex>;
+#ifdef __GLIBCXX__
+    try {
+        constexpr auto steady = std::regex::ECMAScript | std::regex_constants::__polynomial;
+        const Pattern pattern = std::make_shared<const std::regex>(text, steady);
+        return [pattern](const std::string& found) { return std::regex_search(found, *pattern); };
+    } catch (const std::regex_error& error) {
+        if (error.code() != std::regex_constants::error_complexity)
+            throw;
+    }
+#endif
+    const Pattern pattern = std::make_shared<const std::regex>(text, std::regex::ECMAScript);
+    return [pattern](const std::string& found) {
+        return found.size() <= longest && std::regex_search(found, *pattern);
+    };
+}
+
 /// Reads one limit; reports through a function of field, line and reason.
 class LimitReader
 {
@@ -229,16 +253,16 @@ private:
             return 1;
         }
         try {
-            const auto pattern = std::make_shared<const std::regex>(given->text, std::regex::ECMAScript);
-            m_limit.fitsText = [pattern](const std::string& text) {
+            m_limit.fitsText = [search = searchFor(given->text)](const std::string& text) {
                 try {
-                    return std::regex_search(text, *pattern);
+                    return search(text);
                 } catch (const std::regex_error&) {
                     return false; // too much to try
                 }
             };
         } catch (const std::regex_error&) {
-            m_report("matches", given->line, shownValue(*given) + ": not a regular expression");
+            m_report("matches", given->line,
+                     shownValue(*given) + ": not a regular expression of at most 1000 bytes");
         }
         return 1;
     }

@@ -20,7 +20,7 @@ struct MatchTool : Tool
     struct Found
     {
         /// The number that the best result goes by. Deliberate: the count of results, over a range one less;
-        /// stations know their results by it.
+        /// callers rely on both.
         int number = 0;
         std::optional<_stMatchResult> best; ///< in coordinates of the area; the last of equals
         std::vector<std::string> refused;   ///< the file that is no source

@@ -40,7 +40,7 @@ CString programHead(const ToolScene& scene)
     std::string file = scene.pictureFile.empty() ? "a picture" : scene.pictureFile;
     std::replace_if(
         file.begin(), file.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return "// Build: c++ -std=c++20 program.cpp $(pkg-config --cflags --libs ormalux)\n// Made for " + file +
+    return "// Build: c++ -std=c++17 program.cpp $(pkg-config --cflags --libs ormalux)\n// Made for " + file +
            " of " + std::to_string(scene.width) + " x " + std::to_string(scene.height) + " pixels\n";
 }
 

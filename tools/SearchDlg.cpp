@@ -24,7 +24,7 @@ void SearchDlg::attachSearch(ThresholdGroup* level, SourceList* sources, QPushBu
     connect(sources, &SourceList::refused, this, [this](const QString& message) { setMessage(message); });
     connect(run, &QPushButton::clicked, this, [this] {
         if (m_sources->paths().empty())
-            return; // Deliberate: results and drawings stay; stations rely on it
+            return; // Deliberate: results and drawings stay; callers rely on it
         m_sources->reload();
         refresh();
     });

@@ -40,6 +40,8 @@ enum
 
 namespace ormalux {
 enum class ColorRows;
+struct Picture;
+struct PictureOrigin;
 struct ViewGeometry;
 struct ViewState;
 class ViewToolHost;
@@ -115,6 +117,11 @@ public:
     /// as colour. The buffer holds the top row first. Shows the picture at the fit zoom. Returns 1, or 0 with
     /// the view as it was.
     int LoadImageGdip(const char* path);
+    /// Reads every kind of picture as people see it and as `ormalux info` reads it: palettes as their
+    /// colours, gray where all of them are, upright as the camera noted; damaged files are refused. The
+    /// buffer holds the top row first. Shows the picture at the fit zoom. Returns 1, or 0 with the view as it
+    /// was; told, when given, then holds the fault, else what 8 bits of one page lost (view/PictureOrigin.h).
+    int LoadPicture(const char* path, ormalux::PictureOrigin* told = nullptr);
     /// Writes the picture as a BMP of its depth. Returns 1, or 0 when there is none or it cannot be written.
     int SaveImage(const char* path) const;
 
@@ -237,6 +244,7 @@ private:
     void updateNow();
     void requestPaint();
     void replaced(const char* file = "");
+    int show(const ormalux::Picture& picture, const char* path);
     void pictureChanged();
     void tellEdited();
     void composeFrame(QRect exposed);

@@ -190,7 +190,24 @@ int CKestView::LoadImage(const char* path)
 int CKestView::LoadImageGdip(const char* path)
 {
     const WaitCursor waiting;
-    const Picture picture = ormalux::readPicture(path, nullptr, ormalux::PaletteUse::IndicesAreGray);
+    return show(ormalux::readPicture(path, nullptr, ormalux::PaletteUse::IndicesAreGray), path);
+}
+
+int CKestView::LoadPicture(const char* path, ormalux::PictureOrigin* told)
+{
+    const WaitCursor waiting;
+    const Picture picture = ormalux::readPicture(path);
+    if (told)
+        *told = picture.origin;
+    if (picture.empty() || show(picture, path))
+        return !picture.empty();
+    if (told)
+        told->fault = ormalux::PictureFault::NoMemory;
+    return 0;
+}
+
+int CKestView::show(const Picture& picture, const char* path)
+{
     {
         const Guard guard(m->lock);
         if (picture.empty() || !m->image.assign(picture.source(), RowOrder::TopDown))

@@ -14,6 +14,7 @@ class CKestImage;
 class CKestImage24;
 
 namespace ormalux {
+struct PictureOrigin;
 struct WindowState;
 } // namespace ormalux
 
@@ -40,7 +41,7 @@ public:
     explicit CKestWnd(QWidget* parent = nullptr);
     ~CKestWnd() override;
 
-    /// The view inside; never null. Its signals tell of the mouse, the zoom, the tracker and the picture.
+    /// The view inside; never null. Its signals report the mouse, the zoom, the tracker and the picture.
     CKestView* GetView() const;
     /// Replaces the view by one made from this class, which must be CKestView or derive from it and have an
     /// invokable constructor that takes the parent widget. Null, with the view kept, when that fails.
@@ -83,6 +84,9 @@ public:
     int LoadImage(const char* path);
     /// Reads every kind of picture that the system decodes. Returns 1, or 0 with the picture as it was.
     int LoadImageGdip(const char* path);
+    /// Reads every kind of picture as people see it (CKestView::LoadPicture). Returns 1, or 0 with the
+    /// picture as it was.
+    int LoadPicture(const char* path, ormalux::PictureOrigin* told = nullptr);
     /// Writes the picture as a BMP. Returns 1, or 0 when there is none or it cannot be written.
     int SaveImage(const char* path) const;
 

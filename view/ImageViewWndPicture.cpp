@@ -129,6 +129,11 @@ int CKestWnd::LoadImageGdip(const char* path)
     return m->view->LoadImageGdip(path);
 }
 
+int CKestWnd::LoadPicture(const char* path, ormalux::PictureOrigin* told)
+{
+    return m->view->LoadPicture(path, told);
+}
+
 int CKestWnd::SaveImage(const char* path) const
 {
     return m->view->SaveImage(path);

@@ -21,19 +21,28 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// Why there is no picture.
+struct Refusal
+{
+    PictureFault fault = PictureFault::None;
+    std::string text;
+
+    bool none() const { return fault == PictureFault::None; }
+};
+
 /// Why a file gave no bytes.
-std::string whyUnreadable(const char* path)
+Refusal whyUnreadable(const char* path)
 {
     const QFileInfo info(QString::fromUtf8(path));
     if (!info.exists())
-        return "no such file";
+        return {PictureFault::NotFound, "no such file"};
     if (info.isDir())
-        return "it is a directory";
+        return {PictureFault::Directory, "it is a directory"};
     if (!info.isReadable())
-        return "permission denied";
+        return {PictureFault::NoPermission, "permission denied"};
     if (!info.isFile())
-        return "it is not a regular file";
-    return "it cannot be read";
+        return {PictureFault::NotAFile, "it is not a regular file"};
+    return {PictureFault::NotReadable, "it cannot be read"};
 }
 
 /// The bits a pixel that the file itself declares, where the toolkit does not tell palettes of 8 bits from
@@ -125,34 +134,41 @@ void raiseAllocationLimit()
         QImageReader::setAllocationLimit(megabytes);
 }
 
-std::string describe(QImageReader::ImageReaderError error)
+Refusal describe(QImageReader::ImageReaderError error)
 {
     switch (error) {
     case QImageReader::UnsupportedFormatError:
-        return "it is not a picture of a known kind";
+        return {PictureFault::NotAPicture, "it is not a picture of a known kind"};
     case QImageReader::InvalidDataError:
-        return "it is truncated or damaged";
+        return {PictureFault::Damaged, "it is truncated or damaged"};
     default:
-        return "it cannot be decoded";
+        return {PictureFault::Damaged, "it cannot be decoded"};
     }
 }
 
-/// Why a file of a known kind is not decoded at all; empty when it is.
-std::string whyRefused(const FileHead& head)
+Refusal truncated()
 {
-    if (head.kind == SampleKind::Real)
-        return "its samples are floating-point numbers, which are not supported";
-    if (head.kind == SampleKind::Signed)
-        return "its samples are signed numbers, which are not supported";
-    const bool oddInTiff = head.pages > 0 && head.bits > 0 && !std::has_single_bit(unsigned(head.bits));
-    if (head.bits > 16 || oddInTiff)
-        return "its " + std::to_string(head.bits) + "-bit samples are not supported";
-    return head.truncated ? "it is truncated" : "";
+    return {PictureFault::Truncated, "it is truncated"};
 }
 
-std::string tooLarge()
+/// Why a file of a known kind is not decoded at all; nothing when it is.
+Refusal whyRefused(const FileHead& head)
 {
-    return "it is larger than 512 megapixels";
+    if (head.kind == SampleKind::Real)
+        return {PictureFault::NotSupported,
+                "its samples are floating-point numbers, which are not supported"};
+    if (head.kind == SampleKind::Signed)
+        return {PictureFault::NotSupported, "its samples are signed numbers, which are not supported"};
+    const bool oddInTiff = head.pages > 0 && head.bits > 0 && !std::has_single_bit(unsigned(head.bits));
+    if (head.bits > 16 || oddInTiff)
+        return {PictureFault::NotSupported,
+                "its " + std::to_string(head.bits) + "-bit samples are not supported"};
+    return head.truncated ? truncated() : Refusal();
+}
+
+Refusal tooLarge()
+{
+    return {PictureFault::TooLarge, "it is larger than 512 megapixels"};
 }
 
 /// The toolkit's readers count from the device's place: the picture's own reader would lose its own.
@@ -165,11 +181,11 @@ int countPages(QByteArray& bytes)
     return reader.imageCount();
 }
 
-Picture decode(const Bytes& file, PaletteUse use, std::string& why)
+Picture decode(const Bytes& file, PaletteUse use, Refusal& why)
 {
     const FileHead head = readFileHead(file);
     why = whyRefused(head);
-    if (!why.empty())
+    if (!why.none())
         return {};
     raiseAllocationLimit();
     QByteArray bytes =
@@ -194,14 +210,14 @@ Picture decode(const Bytes& file, PaletteUse use, std::string& why)
     return picture;
 }
 
-Picture readBytes(const Bytes& file, PaletteUse use, std::string& why)
+Picture readBytes(const Bytes& file, PaletteUse use, Refusal& why)
 {
     Picture picture;
     switch (readBmp(file, use == PaletteUse::IndicesAreGray, picture)) {
     case BmpOutcome::Read:
         return picture;
     case BmpOutcome::Truncated:
-        why = "it is truncated";
+        why = truncated();
         return {};
     case BmpOutcome::TooLarge:
         why = tooLarge();
@@ -215,7 +231,7 @@ Picture readBytes(const Bytes& file, PaletteUse use, std::string& why)
 }
 
 /// Large files are looked at before they are read: the beginning tells whether they can be pictures.
-bool mayBePicture(const char* path, std::uint64_t length, std::string& why)
+bool mayBePicture(const char* path, std::uint64_t length, Refusal& why)
 {
     constexpr std::uint64_t small = std::uint64_t(64) << 20;
     // The most that the largest picture takes: 16 bits of four channels, or the doubled file of a colour
@@ -233,31 +249,33 @@ bool mayBePicture(const char* path, std::uint64_t length, std::string& why)
         why = describe(QImageReader::UnsupportedFormatError);
     else if (length > longest)
         why = tooLarge();
-    return why.empty();
+    return why.none();
 }
 
 } // namespace
 
 Picture readPicture(const char* path, std::string* error, PaletteUse use)
 {
-    std::string why;
+    Refusal why;
     Picture picture;
     try {
         const std::optional<std::uint64_t> length = path ? fileLength(path) : std::nullopt;
         const bool worthReading = length && mayBePicture(path, *length, why);
         const std::optional<Bytes> file = worthReading ? readFile(path) : std::nullopt;
         if (file && file->empty())
-            why = "it is empty";
+            why = {PictureFault::Empty, "it is empty"};
         else if (file)
             picture = readBytes(*file, use, why);
-        else if (why.empty())
-            why = path ? whyUnreadable(path) : "no path was given";
+        else if (why.none())
+            why = path ? whyUnreadable(path) : Refusal{PictureFault::NotFound, "no path was given"};
     } catch (const std::bad_alloc&) {
-        why = "memory is short";
+        why = {PictureFault::NoMemory, "memory is short"};
         picture = {};
     }
+    if (picture.empty())
+        picture.origin.fault = why.fault;
     if (picture.empty() && error)
-        *error = "cannot read '" + std::string(path ? path : "") + "': " + why;
+        *error = "cannot read '" + std::string(path ? path : "") + "': " + why.text;
     return picture;
 }
 

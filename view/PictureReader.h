@@ -26,9 +26,9 @@ inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 /// taken; transparency is dropped; colours are never mixed into gray; of several pages the first is read. The
 /// picture's origin tells what was cut so.
 ///
-/// An empty picture when that fails; error, when given, then holds one English sentence that names the file
-/// and the reason: not found, a directory, a pipe or device, not readable, not a picture, truncated, of
-/// floating-point numbers, too large, too little memory.
+/// An empty picture when that fails; its origin then tells the fault, and error, when given, one English
+/// sentence that names the file and the reason: not found, a directory, a pipe or device, not readable, not a
+/// picture, truncated, of floating-point numbers, too large, too little memory.
 Picture readPicture(const char* path, std::string* error = nullptr, PaletteUse use = PaletteUse::Applied);
 
 } // namespace ormalux

@@ -323,14 +323,6 @@
         <translation>You are not allowed to read the file.</translation>
     </message>
     <message>
-        <source>그림이 너무 큽니다: %1 x %2 화소 (최대 5억 1200만 화소).</source>
-        <translation>The picture is too large: %1 x %2 pixels (at most 512 million).</translation>
-    </message>
-    <message>
-        <source>그림 파일이 손상되었거나 메모리가 부족합니다.</source>
-        <translation>The picture file is damaged, or there is too little memory.</translation>
-    </message>
-    <message>
         <source>읽을 수 있는 그림 파일이 아닙니다.</source>
         <translation>This is not a picture file that can be read.</translation>
     </message>
@@ -367,12 +359,24 @@
         <translation>It is a device or a pipe, not a file.</translation>
     </message>
     <message>
-        <source>파일이 너무 큽니다 (최대 4 GB).</source>
-        <translation>The file is too large (at most 4 GB).</translation>
-    </message>
-    <message>
         <source>파일이 중간에 끊겨 있습니다.</source>
         <translation>The file is cut short.</translation>
+    </message>
+    <message>
+        <source>그림 파일이 손상되었습니다.</source>
+        <translation>The picture file is damaged.</translation>
+    </message>
+    <message>
+        <source>지원하지 않는 화소 형식입니다 (실수, 부호 있는 수 등).</source>
+        <translation>Its kind of samples is not supported (floating-point or signed numbers, odd depths).</translation>
+    </message>
+    <message>
+        <source>그림이 너무 큽니다 (최대 5억 1200만 화소).</source>
+        <translation>The picture is too large (at most 512 million pixels).</translation>
+    </message>
+    <message>
+        <source>메모리가 부족합니다.</source>
+        <translation>Memory is short.</translation>
     </message>
 </context>
 <context>
@@ -576,6 +580,10 @@
     <message>
         <source>파일에는 채널마다 %1비트가 있습니다. 보이고 재고 저장하는 것은 8비트로 줄인 그림입니다.</source>
         <translation>The file has %1 bits a channel. What is shown, measured and saved is the picture reduced to 8 bits.</translation>
+    </message>
+    <message>
+        <source>%1비트 중 %2비트만 쓰여 어둡습니다 (8비트로 줄임)</source>
+        <translation>Dark: only %2 of %1 bits are used (cut to 8 bits)</translation>
     </message>
 </context>
 </TS>

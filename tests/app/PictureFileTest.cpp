@@ -49,6 +49,32 @@ QImage deepGray()
     return image;
 }
 
+/// A gray TIFF of 4 x 4 samples.
+QByteArray tiff(int bits, int sampleFormat)
+{
+    const quint32 length = quint32(bits) * 2;
+    const quint32 fields[][2] = {{256, 4}, {257, 4},      {258, quint32(bits)},
+                                 {259, 1}, {262, 1},      {273, 8},
+                                 {278, 4}, {279, length}, {339, quint32(sampleFormat)}};
+    QByteArray file("II*\0\0\0\0\0", 8);
+    const auto put = [&file](quint32 value, int bytes) {
+        for (int i = 0; i < bytes; ++i)
+            file.append(char(value >> 8 * i));
+    };
+    for (quint32 i = 0; i < length; ++i)
+        file.append(bits == 16 && i % 2 ? char(i / 2) : char(0x3f)); // 12 bits of 16
+    file[4] = char(file.size());
+    put(std::size(fields), 2);
+    for (const auto& [tag, value] : fields) {
+        put(tag, 2);
+        put(tag == 273 || tag == 279 ? 4 : 3, 2);
+        put(1, 4);
+        put(value, 4);
+    }
+    put(0, 4);
+    return file;
+}
+
 QImage blackAndWhite()
 {
     QImage image(19, 7, QImage::Format_Mono);
@@ -114,17 +140,32 @@ TEST_F(PictureFileTest, ABadFileLeavesThePictureAndSaysWhy)
     const QImage before = shown();
     const QByteArray png = bytesOf("good.png");
     written(png.left(png.size() / 2), "cut.png");
+    for (const char* name : {"good.jpg", "good.tif"})
+        saved(colors(30, 20), name);
+    written(bytesOf("good.jpg").chopped(2), "cut.jpg");
+    written(tiff(8, 1).left(20), "cut.tif");
+    written(tiff(32, 3), "real.tif");
+    written(tiff(16, 2), "signed.tif");
+    written(tiff(12, 1), "odd.tif");
     written({}, "empty.png");
     written("BM is how this note begins", "text.bmp");
     // A header that promises 60,000 x 60,000 pixels.
     written(QByteArray::fromHex("89504e470d0a1a0a0000000d494844520000ea600000ea600800000000a5b92a9e"
-                                "000000004944415435af061e"),
+                                "000000004944415435af061e0000000049454e44ae426082"),
             "huge.png");
     QDir(path("")).mkdir("folder");
     const std::pair<const char*, const char*> cases[] = {
-        {"nowhere.png", "찾을 수 없습니다"},        {"cut.png", "손상"},
-        {"empty.png", "그림 파일이 아닙니다"},      {"text.bmp", "그림 파일이 아닙니다|손상"},
-        {"huge.png", "너무 큽니다: 60000 x 60000"}, {"folder", "폴더"},
+        {"nowhere.png", "찾을 수 없습니다"},
+        {"cut.png", "끊겨"},
+        {"cut.jpg", "끊겨"},
+        {"cut.tif", "끊겨"},
+        {"real.tif", "지원하지 않는"},
+        {"signed.tif", "지원하지 않는"},
+        {"odd.tif", "지원하지 않는"},
+        {"empty.png", "그림 파일이 아닙니다"},
+        {"text.bmp", "그림 파일이 아닙니다|끊겨"},
+        {"huge.png", "너무 큽니다"},
+        {"folder", "폴더"},
     };
     for (const auto& [name, reason] : cases) {
         reports.clear();
@@ -184,6 +225,8 @@ TEST_F(PictureFileTest, APictureCutToEightBitsSaysSoUntilTheNext)
         ASSERT_TRUE(viewer->openFiles({saved(colors(5, 5), "plain.png")}));
         EXPECT_FALSE(loss->isVisible());
     }
+    ASSERT_TRUE(viewer->openFiles({written(tiff(16, 1), "12.tif")}));
+    EXPECT_TRUE(loss->text().contains("12비트만 쓰여 어둡습니다")) << qPrintable(loss->text());
 }
 
 TEST_F(PictureFileTest, TurningMovesEveryPixelExactlyAndUndoesNothing)

@@ -162,6 +162,35 @@ class Hostile(cli_test.Runs):
                 ("loop.tif", tiff(bytes(16))[:118] + struct.pack("<I", 8), "truncated")):
             self.assertIn(told, self.complaint("info", self.write(name, data)))
 
+    def test_a_hostile_recipe_is_refused_in_a_line(self):
+        step = '{"steps":[{"step":"blobs","name":"lid","threshold":%s}]}'
+        limit = step[:-1] % 100 + ',\n"limits":[{"of":"lid.count","matches":"%s"}]}'
+        self.write("bad.mcs", b"\xff\x01")
+        for text, told in (
+                ("", "1: not JSON: the text ends too early"), (step % 100 + "x", "1: not JSON at"), ("[" * 100_000, "1: nested more than 64 deep"),
+                (step % ("[" * 100_000), "1: nested more than 64 deep"), (step % ("9" * 100_000), "1: a number out of range"),
+                (step % ('"' + "x" * 70_000 + '"'), "1: a text of more than 65535 bytes"), (step % "1e999", "1: a number out of range"),
+                (step % '100,\n"threshold":101', "2: step 1, threshold: the field stands twice"),
+                ("\n" + step % '1,"min_size":"9x9","max_size":"8x9"', "2: step lid, min_size: 9x9 is above max_size 8x9"),
+                ('{"steps":[{"step":"match","threshold":1,\n"source":"bad.mcs"}]}', "2: step 1, source: bad.mcs: not a match source"),
+                ('{"steps":[{"step":"match","threshold":1,\n"source":"none.mcs"}]}', "2: step 1, source: none.mcs: not a match source"),
+                (limit % ("(" * 30_000), "2: limit 1, matches: "), (limit % ("a?" * 600), "2: limit 1, matches: "),
+                ('{"include":["r.json"],"steps":[]}', ": include: the recipe includes itself")):
+            self.write("r.json", text.encode())
+            error = self.run_program("recipe", "check", "r.json", code=2).stderr
+            self.assertTrue(error.startswith("r.json" + ("" if told[0] == ":" else ":") + told), error)
+            self.assertEqual(error.count("\n"), 1, error)
+            self.assertLess(len(error), 500)
+
+    def test_a_pattern_ends_however_many_ways_it_can_try(self):
+        many = self.write("many.bmp", bmp(200 * 8, 20, lambda x, y: 20 if 1 <= x % 8 < 6 and 4 <= y < 14 else 200))
+        self.run_program("source", "cut", many, "--roi", "1,4,5,13", "-t", "100", "--key", "a", "-o", "a.ocs")
+        step = '{"step":"ocr","name":"lot","source":"a.ocs","threshold":100,"min_size":"2x2"}'
+        self.write("r.json", ('{"steps":[%s],"limits":[{"of":"lot.text","matches":"(a+)+!"}]}' % step).encode())
+        done = self.run_program("run", "r.json", many, code=1)
+        self.assertIn('"text":"' + 200 * "a", done.stdout)
+        self.assertIn('"verdict":"fail"', done.stdout)
+
 
 if __name__ == "__main__":
     cli_test.PROGRAM = sys.argv[1:]

@@ -462,7 +462,7 @@ TEST_F(Replay, ProgramsPrintAndMakeWhatTheDialogsShow)
         ASSERT_TRUE(source.open(QIODevice::WriteOnly));
         source.write(record.program.data(), qint64(record.program.size()));
         const QString built = numbered("program", i);
-        compilers.push_back({QStringLiteral(ORMALUX_COMPILER), QStringLiteral("-std=c++20"),
+        compilers.push_back({QStringLiteral(ORMALUX_COMPILER), QStringLiteral("-std=c++17"),
                              QStringLiteral("-Wall"), QStringLiteral("-Wextra"), QStringLiteral("-Werror"),
                              QStringLiteral("-I" ORMALUX_INCLUDE), source.fileName(), QStringLiteral("-o"),
                              built, library, QStringLiteral("-Wl,-rpath,") + QFileInfo(library).path()});
