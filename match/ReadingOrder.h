@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "array/MatchArray.h"
 
 #include <string>
@@ -9,7 +10,7 @@ namespace ormalux {
 
 /// Characters as they are read: lines from top to bottom, in each from left to right. A character belongs to
 /// the first line beside whose topmost character its middle lies.
-std::vector<std::vector<_stMatchResult>> readingOrder(CMatchResultArray results);
+ORMALUX_API std::vector<std::vector<_stMatchResult>> readingOrder(CMatchResultArray results);
 
 /// How a source's character is shown: "?" for what is no ASCII letter, digit or sign.
 inline std::string characterText(std::uint8_t key)
