@@ -1,9 +1,12 @@
 #pragma once
 
+#include "color/VisionImage24.h"
+#include "image/PictureOrigin.h"
+#include "image/PixelSource.h"
 #include "image/VisionImage.h"
 #include "steps/Runner.h"
-#include "view/Picture.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -25,19 +28,29 @@ struct RecipeFault : std::runtime_error
     std::vector<std::string> lines;
 };
 
+/// A picture that was read: rows top-down and unpadded.
+struct LoadedPicture
+{
+    PixelSource pixels;
+    PictureOrigin origin;
+    std::shared_ptr<const void> owner; ///< of the pixels
+
+    bool isGray() const { return pixels.bitCount == 8; }
+};
+
 /// A picture that was read, and what steps work on.
 struct Workpiece
 {
     std::string file;
-    Picture picture;
+    LoadedPicture picture;
     Work work; ///< borrows the picture's pixels
 };
 
 /// Reads a picture; throws InputError. What the reader had to cut (depth, pages, transparency) is told on
 /// standard error.
-Picture readPictureFile(const std::string& file);
+LoadedPicture readPictureFile(const std::string& file);
 /// The pixels as the engine takes them.
-FrameSource frameOf(const Picture& picture);
+FrameSource frameOf(const LoadedPicture& picture);
 /// Reads a picture for steps; throws InputError.
 void loadPicture(const std::string& file, Workpiece& piece);
 /// What a function of the engine returns; what it refuses becomes an InputError that names the file.
@@ -50,6 +63,13 @@ auto orInputError(const std::string& file, const Call& call)
         throw InputError(file + ": " + error.what());
     }
 }
+
+/// The pixels of an image as writers take them.
+PixelSource pixelsOf(const CKestImage& image);
+PixelSource pixelsOf(const CKestImage24& image);
+/// Loads the module of pictures when any of these files, by their names, needs it. Processes that are born
+/// later have it then.
+void loadModuleFor(const std::vector<std::string>& files);
 
 /// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
 void savePicture(const std::string& name, const CKestImage& image);

@@ -4,8 +4,6 @@
 #include "cli/Input.h"
 #include "cli/Output.h"
 
-#include <QGuiApplication>
-
 #include <exception>
 #include <new>
 
@@ -66,19 +64,5 @@ int runToTheEnd(std::vector<std::string> arguments)
 int main(int argc, char** argv)
 {
     const Console console;
-    // Fonts and picture readers without a display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-#ifdef Q_OS_WIN
-    // Without a display the toolkit does not look for the system's fonts.
-    if (!qEnvironmentVariableIsSet("QT_QPA_FONTDIR"))
-        qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "/Fonts");
-#endif
-    // What is wrong with a picture is told by the reader, in one line that names it.
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type == QtFatalMsg)
-            complain(text.toStdString());
-    });
-    int qtArguments = 1;
-    const QGuiApplication application(qtArguments, argv);
     return runToTheEnd(programArguments(argc, argv));
 }

@@ -1,40 +1,21 @@
 #include "view/PictureReader.h"
 
-#include "platform/File.h"
-#include "view/BmpReader.h"
+#include "image/PictureFile.h"
 #include "view/FileHead.h"
+#include "view/PictureImage.h"
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
-#include <optional>
 
 namespace ormalux {
 
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-/// Why a file gave no bytes.
-std::string whyUnreadable(const char* path)
-{
-    const QFileInfo info(QString::fromUtf8(path));
-    if (!info.exists())
-        return "no such file";
-    if (info.isDir())
-        return "it is a directory";
-    if (!info.isReadable())
-        return "permission denied";
-    if (!info.isFile())
-        return "it is not a regular file";
-    return "it cannot be read";
-}
 
 /// The bits a pixel that the file itself declares, where the toolkit does not tell palettes of 8 bits from
 /// smaller ones; 8 for kinds that know no other palette.
@@ -128,7 +109,7 @@ std::string describe(QImageReader::ImageReaderError error)
 {
     switch (error) {
     case QImageReader::UnsupportedFormatError:
-        return "it is not a picture of a known kind";
+        return unknownKind();
     case QImageReader::InvalidDataError:
         return "it is truncated or damaged";
     default:
@@ -149,11 +130,6 @@ std::string whyRefused(const FileHead& head)
     return head.truncated ? "it is truncated" : "";
 }
 
-std::string tooLarge()
-{
-    return "it is larger than 512 megapixels";
-}
-
 /// The toolkit's readers count from the device's place: the picture's own reader would lose its own.
 int countPages(QByteArray& bytes)
 {
@@ -164,7 +140,9 @@ int countPages(QByteArray& bytes)
     return reader.imageCount();
 }
 
-Picture decode(const Bytes& file, PaletteUse use, std::string& why)
+} // namespace
+
+Picture decodePicture(std::span<const std::uint8_t> file, PaletteUse use, std::string& why)
 {
     const FileHead head = readFileHead(file);
     why = whyRefused(head);
@@ -193,70 +171,30 @@ Picture decode(const Bytes& file, PaletteUse use, std::string& why)
     return picture;
 }
 
-Picture readBytes(const Bytes& file, PaletteUse use, std::string& why)
+std::string whyNoPicture(std::span<const std::uint8_t> beginning)
 {
-    Picture picture;
-    switch (readBmp(file, use == PaletteUse::IndicesAreGray, picture)) {
-    case BmpOutcome::Read:
-        return picture;
-    case BmpOutcome::Truncated:
-        why = "it is truncated";
-        return {};
-    case BmpOutcome::TooLarge:
-        why = tooLarge();
-        return {};
-    case BmpOutcome::NoMemory:
-        throw std::bad_alloc();
-    case BmpOutcome::NotOurs:
-        break;
-    }
-    return decode(file, use, why);
-}
-
-/// Large files are looked at before they are read: the beginning tells whether they can be pictures.
-bool mayBePicture(const char* path, std::uint64_t length, std::string& why)
-{
-    constexpr std::uint64_t small = std::uint64_t(64) << 20;
-    // The most that the largest picture takes: 16 bits of four channels, or the doubled file of a colour
-    // image.
-    constexpr std::uint64_t longest = std::uint64_t(largestPicture) * 8 + small;
-    if (length <= small)
-        return true;
-    const auto head = readFile(path, std::uint64_t(1) << 16);
-    QByteArray bytes;
-    if (head)
-        bytes = QByteArray(reinterpret_cast<const char*>(head->data()), qsizetype(head->size()));
+    QByteArray bytes(reinterpret_cast<const char*>(beginning.data()), qsizetype(beginning.size()));
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
-    if (!head || QImageReader::imageFormat(&buffer).isEmpty())
-        why = describe(QImageReader::UnsupportedFormatError);
-    else if (length > longest)
-        why = tooLarge();
-    return why.empty();
+    return QImageReader::imageFormat(&buffer).isEmpty() ? unknownKind() : std::string();
 }
-
-} // namespace
 
 Picture readPicture(const char* path, std::string* error, PaletteUse use)
 {
     std::string why;
     Picture picture;
     try {
-        const std::optional<std::uint64_t> length = path ? fileLength(path) : std::nullopt;
-        const bool worthReading = length && mayBePicture(path, *length, why);
-        const std::optional<Bytes> file = worthReading ? readFile(path) : std::nullopt;
-        if (file && file->empty())
-            why = "it is empty";
-        else if (file)
-            picture = readBytes(*file, use, why);
-        else if (why.empty())
-            why = path ? whyUnreadable(path) : "no path was given";
+        PictureFile file = openPicture(path, use == PaletteUse::IndicesAreGray, whyNoPicture);
+        picture = std::move(file.picture);
+        why = std::move(file.why);
+        if (!file.bytes.empty())
+            picture = decodePicture(file.bytes, use, why);
     } catch (const std::bad_alloc&) {
         why = "memory is short";
         picture = {};
     }
     if (picture.empty() && error)
-        *error = "cannot read '" + std::string(path ? path : "") + "': " + why;
+        *error = readingError(path, why);
     return picture;
 }
 

@@ -29,4 +29,11 @@ by_pkg_config() { # SOURCE MODULE: prints what the program prints
 if [ -e "$libdir/ormalux-view.pc" ] && pkg-config --exists Qt6Widgets; then
     [ "$(QT_QPA_PLATFORM=offscreen by_pkg_config view.cpp ormalux-view)" = "ff0000 1 1 0000ff" ] || { echo "pkg-config view consumer failed"; exit 1; }
 fi
+if [ -x "$stage/moved/bin/ormalux" ]; then # alone it links none of the libraries; with its module it writes any picture
+    case $("$stage/moved/bin/ormalux" --version) in *"BMP only"*) kinds=bmp ;; *) kinds="bmp png" ;; esac
+    printf 'BM\72\0\0\0\0\0\0\0\66\0\0\0\50\0\0\0\1\0\0\0\1\0\0\0\1\0\30\0%028d' 0 | tr 0 '\0' >"$stage/dot.bmp"
+    for kind in $kinds; do
+        env -u LD_LIBRARY_PATH "$stage/moved/bin/ormalux" process "$stage/dot.bmp" invert -o "$stage/out.$kind"
+    done
+fi
 echo "the installed package serves a host by find_package, and by pkg-config where it was moved"
