@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/PictureOrigin.h"
+#include "image/PictureOrigin.h"
 
 #include <QImage>
 #include <QString>

@@ -1,6 +1,7 @@
 #include "cli/Command.h"
 
 #include "cli/Input.h"
+#include "cli/PictureModule.h"
 
 #include <CLI/CLI.hpp>
 
@@ -102,7 +103,7 @@ Chosen readCommandLine(std::vector<std::string> arguments, const std::function<v
     program.allow_windows_style_options(false); // a slash begins a path on every system
     program.footer("Exit code: 0 done, 1 nothing found or a limit that does not hold, 2 bad usage or input.\n"
                    "'ormalux COMMAND --help' describes a command's options.");
-    program.set_version_flag("--version", "ormalux " ORMALUX_VERSION);
+    program.set_version_flag("--version", std::string("ormalux " ORMALUX_VERSION) + buildNote());
     program.require_subcommand(1);
     program.get_formatter()->column_width(34);
     Chosen chosen;

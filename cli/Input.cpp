@@ -1,13 +1,14 @@
 #include "cli/Input.h"
 
 #include "cli/Output.h"
+#include "cli/PictureModule.h"
 #include "cli/QuietLibraries.h"
+#include "image/PictureFile.h"
 #include "platform/Path.h"
 #include "steps/ArgumentText.h"
-#include "view/PictureReader.h"
-#include "view/PictureWriter.h"
 
 #include <algorithm>
+#include <new>
 
 namespace ormalux::cli {
 
@@ -16,8 +17,60 @@ namespace {
 void save(const std::string& name, const PixelSource& picture)
 {
     std::string error;
-    if (!writePicture(name.c_str(), picture, &error))
+    if (fileEnding(name.c_str()) != "bmp" && !picture.empty()) {
+        const OrmaluxPixels pixels = toPixels(picture);
+        writeByModule(name,
+                      [&](const OrmaluxPictures& module) { return module.write(name.c_str(), &pixels); });
+    } else if (!writeBmp(name.c_str(), picture, &error)) {
         throw InputError(error);
+    }
+}
+
+LoadedPicture decodeByModule(const std::vector<std::uint8_t>& file, std::string& why)
+{
+    const OrmaluxPictures* const module = pictureModule(why);
+    if (!module)
+        return {};
+    OrmaluxDecoded decoded{};
+    const QuietLibraries quiet;
+    if (const char* const fault = module->decode(file.data(), file.size(), &decoded)) {
+        why = fault;
+        return {};
+    }
+    const OrmaluxPixels& pixels = decoded.pixels;
+    return {{pixels.bits, pixels.width, pixels.height, pixels.stride, pixels.bitCount},
+            {PictureFault::None, decoded.bits, decoded.usedBits, decoded.pages, decoded.transparent != 0},
+            {static_cast<const void*>(decoded.owner),
+             [module](const void* owner) { module->release(const_cast<void*>(owner)); }},
+            decoded.deep};
+}
+
+PictureRefusal whyNoPicture(std::span<const std::uint8_t> beginning)
+{
+    PictureRefusal why;
+    const OrmaluxPictures* const module = pictureModule(why.text);
+    if (module) {
+        const QuietLibraries quiet;
+        const char* const fault = module->whyNoPicture(beginning.data(), beginning.size());
+        why.text = fault ? fault : "";
+    }
+    why.fault = why.text.empty() ? PictureFault::None : PictureFault::NotAPicture;
+    return why;
+}
+
+/// Empty with the reason when that fails.
+LoadedPicture load(const std::string& file, std::string& why)
+try {
+    PictureFile opened = openPicture(file.c_str(), false, whyNoPicture);
+    why = std::move(opened.why.text);
+    if (!opened.bytes.empty())
+        return decodeByModule(opened.bytes, why);
+    const auto picture = std::make_shared<const Picture>(std::move(opened.picture));
+    return {picture->source(), picture->origin, picture,
+            picture->deep.empty() ? nullptr : picture->deep.data()};
+} catch (const std::bad_alloc&) {
+    why = "memory is short";
+    return {};
 }
 
 std::string orRefusal(bool right, const char* form)
@@ -27,18 +80,14 @@ std::string orRefusal(bool right, const char* form)
 
 } // namespace
 
-Picture readPictureFile(const std::string& file, bool takesDepth)
+LoadedPicture readPictureFile(const std::string& file, bool takesDepth)
 {
-    std::string error;
-    Picture picture;
-    {
-        const QuietLibraries quiet;
-        picture = ormalux::readPicture(file.c_str(), &error);
-    }
-    if (picture.empty())
-        throw InputError(error);
+    std::string why;
+    LoadedPicture picture = load(file, why);
+    if (picture.pixels.empty())
+        throw InputError(readingError(file.c_str(), why));
     PictureOrigin origin = picture.origin;
-    if (takesDepth && !picture.deep.empty())
+    if (takesDepth && picture.deep)
         origin.bits = origin.usedBits = 8;
     for (const std::string& loss : whatWasCut(origin))
         complain("warning: '" + file + "': " + loss);
@@ -55,16 +104,16 @@ try {
     return nullptr;
 }
 
-FrameSource frameOf(const Picture& picture, int bits)
+FrameSource frameOf(const LoadedPicture& picture, int bits)
 {
-    if (!picture.deep.empty())
-        return {picture.deep.data(), picture.width, picture.height, std::ptrdiff_t(2) * picture.width,
-                PixelFormat::Gray16, bits,          bits > 0};
-    const int channels = picture.isGray() ? 1 : 3;
-    return {picture.pixels.data(),
-            picture.width,
-            picture.height,
-            std::ptrdiff_t(channels) * picture.width,
+    const PixelSource& pixels = picture.pixels;
+    if (picture.deep)
+        return {picture.deep, pixels.width, pixels.height, std::ptrdiff_t(2) * pixels.width,
+                PixelFormat::Gray16, bits, bits > 0};
+    return {pixels.bits,
+            pixels.width,
+            pixels.height,
+            pixels.stride,
             picture.isGray() ? PixelFormat::Gray8 : PixelFormat::Bgr24,
             8,
             false};
@@ -77,18 +126,34 @@ void loadPicture(const std::string& file, Workpiece& piece)
     orInputError(file, [&] { takeFrame(frameOf(piece.picture, 16), 0, piece.work); });
 }
 
-void savePicture(const std::string& name, const CKestImage& image)
+PixelSource pixelsOf(const CKestImage& image)
 {
     const ConstGrayView view = image.view();
-    save(name, {view.pixels, view.width, view.height, view.stride, 8});
+    return {view.pixels, view.width, view.height, view.stride, 8};
+}
+
+PixelSource pixelsOf(const CKestImage24& image)
+{
+    const ConstColorView view = image.view();
+    return {view.pixels, view.width, view.height, std::ptrdiff_t(3) * view.width, 24};
+}
+
+void loadModuleFor(const std::vector<std::string>& files)
+{
+    std::string why;
+    if (!std::ranges::all_of(files,
+                             [](const std::string& file) { return fileEnding(file.c_str()) == "bmp"; }))
+        pictureModule(why);
+}
+
+void savePicture(const std::string& name, const CKestImage& image)
+{
+    save(name, pixelsOf(image));
 }
 
 void savePicture(const std::string& name, const Work& work)
 {
-    if (!work.inColor())
-        return savePicture(name, work.gray());
-    const ConstColorView view = work.color().view();
-    save(name, {view.pixels, view.width, view.height, std::ptrdiff_t(3) * view.width, 24});
+    save(name, work.inColor() ? pixelsOf(work.color()) : pixelsOf(work.gray()));
 }
 
 std::string outputName(const std::string& pattern, const std::string& file, bool severalPictures)

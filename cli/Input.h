@@ -1,8 +1,10 @@
 #pragma once
 
+#include "color/VisionImage24.h"
+#include "image/PictureOrigin.h"
+#include "image/PixelSource.h"
 #include "image/VisionImage.h"
 #include "steps/Runner.h"
-#include "view/Picture.h"
 
 #include <memory>
 #include <stdexcept>
@@ -26,22 +28,33 @@ struct RecipeFault : std::runtime_error
     std::vector<std::string> lines;
 };
 
+/// A picture that was read: rows top-down and unpadded.
+struct LoadedPicture
+{
+    PixelSource pixels;
+    PictureOrigin origin;
+    std::shared_ptr<const void> owner;   ///< of the pixels
+    const std::uint16_t* deep = nullptr; ///< of a file of 16-bit gray levels: these, row by row
+
+    bool isGray() const { return pixels.bitCount == 8; }
+};
+
 /// A picture that was read, and what steps work on.
 struct Workpiece
 {
     std::string file;
-    Picture picture;
+    LoadedPicture picture;
     Work work; ///< borrows the picture's pixels
 };
 
 /// Reads a picture; throws InputError. What the reader had to cut (depth, unless the caller takes all of it,
 /// pages, transparency) is told on standard error.
-Picture readPictureFile(const std::string& file, bool takesDepth = false);
+LoadedPicture readPictureFile(const std::string& file, bool takesDepth = false);
 /// A picture that a recipe names, gray; null with the reason when it cannot be read.
 std::shared_ptr<const CKestImage> readGrayPicture(const std::string& file, std::string& why);
 /// The pixels as the engine takes them; of 16-bit gray levels all bits, so many of which are significant (0:
 /// as the recipe says).
-FrameSource frameOf(const Picture& picture, int bits = 0);
+FrameSource frameOf(const LoadedPicture& picture, int bits = 0);
 /// Reads a picture for steps; throws InputError.
 void loadPicture(const std::string& file, Workpiece& piece);
 /// What a function of the engine returns; what it refuses becomes an InputError that names the file.
@@ -54,6 +67,13 @@ auto orInputError(const std::string& file, const Call& call)
         throw InputError(file + ": " + error.what());
     }
 }
+
+/// The pixels of an image as writers take them.
+PixelSource pixelsOf(const CKestImage& image);
+PixelSource pixelsOf(const CKestImage24& image);
+/// Loads the module of pictures when any of these files, by their names, needs it. Processes that are born
+/// later have it then.
+void loadModuleFor(const std::vector<std::string>& files);
 
 /// Writes a picture in the format of the name's ending, whole or not at all; throws InputError.
 void savePicture(const std::string& name, const CKestImage& image);

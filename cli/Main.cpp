@@ -6,8 +6,6 @@
 #include "steps/PictureLoader.h"
 #include "steps/Step.h"
 
-#include <QGuiApplication>
-
 #include <exception>
 #include <new>
 
@@ -78,20 +76,6 @@ int runToTheEnd(std::vector<std::string> arguments)
 int main(int argc, char** argv)
 {
     const Console console;
-    // Fonts and picture readers without a display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-#ifdef Q_OS_WIN
-    // Without a display the toolkit does not look for the system's fonts.
-    if (!qEnvironmentVariableIsSet("QT_QPA_FONTDIR"))
-        qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "/Fonts");
-#endif
-    // What is wrong with a picture is told by the reader, in one line that names it.
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type == QtFatalMsg)
-            complain(text.toStdString());
-    });
     ormalux::setPictureLoader(readGrayPicture);
-    int qtArguments = 1;
-    const QGuiApplication application(qtArguments, argv);
     return runToTheEnd(programArguments(argc, argv));
 }

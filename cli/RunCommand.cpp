@@ -75,7 +75,7 @@ public:
     Line inspect(const std::string& file)
     {
         Line line;
-        Picture picture;
+        LoadedPicture picture;
         std::string error;
         try {
             picture = readPictureFile(file, true);
@@ -196,6 +196,15 @@ int runAll(RunOptions& options)
     std::vector<std::string> mine;
     for (std::size_t i = shard.index; i < batch.files.size(); i += shard.count)
         mine.push_back(batch.files[i]);
+
+    if (options.jobs != 1 && mine.size() > 1) {
+        std::vector<std::string> named = mine;
+        if (!options.output.empty())
+            named.push_back(options.output);
+        if (!options.annotate.empty())
+            named.push_back(options.annotate + "*"); // drawing needs it whatever the ending
+        loadModuleFor(named);
+    }
 
     Inspector inspector(recipe, options, batch.several());
     Outcome outcome(recipe.HasLimits());

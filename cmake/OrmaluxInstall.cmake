@@ -11,7 +11,7 @@ install(EXPORT OrmaluxTargets NAMESPACE Ormalux:: DESTINATION ${config_dir})
 # The public headers and the few that they include.
 set(interface_headers
   platform/Export.h platform/LargeMemory.h platform/Stdlib.h platform/Types.h
-  image/GrayView.h image/VisionImage.h
+  image/GrayView.h image/PictureOrigin.h image/VisionImage.h
   color/ColorConversion.h color/ColorView.h color/VisionImage24.h
   measure/Alignment.h measure/BlobFeature.h measure/EdgeMeasure.h measure/PlaneMeasure.h
   steps/Inspection.h steps/Recipe.h interface/ormalux.h)
@@ -24,8 +24,7 @@ if(ORMALUX_BUILD_VIEW)
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(EXPORT OrmaluxViewTargets NAMESPACE Ormalux:: DESTINATION ${config_dir})
-  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h view/Language.h
-          view/PictureOrigin.h)
+  foreach(header view/DrawObjArray.h view/ImageView.h view/ImageViewWnd.h view/Language.h)
     if(EXISTS ${PROJECT_SOURCE_DIR}/${header})
       list(APPEND interface_headers ${header})
     endif()

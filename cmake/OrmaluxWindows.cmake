@@ -8,7 +8,7 @@ function(ormalux_file_version target description)
   set(name $<TARGET_FILE_NAME:${target}>)
   get_target_property(type ${target} TYPE)
   set(kind 0x1L) # a program
-  if(type STREQUAL SHARED_LIBRARY)
+  if(type MATCHES "_LIBRARY")
     set(kind 0x2L)
   endif()
   configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.version.in @ONLY)

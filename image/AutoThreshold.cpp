@@ -34,9 +34,20 @@ JobCost costOf(const ConstGrayView& view, int step)
     return {std::int64_t(view.width) * view.height / step / pixelsPerNanosecond};
 }
 
+/// Calls body(band) for the bands of total lines: those in which steps start anew, whoever works on them.
+template <class Body>
+void inBands(Job job, std::int64_t total, int step, JobCost cost, const Body& body)
+{
+    const int bands = step > 1 ? stepBandCount() : bandCount();
+    runBands(job, bands, cost, [&](const Band& share) {
+        for (std::int64_t i = share.first; i < share.end; ++i)
+            body(bandOf(int(i), bands, total));
+    });
+}
+
 void addRows(const ConstGrayView& view, int step, SharedEdgeSum& sum)
 {
-    runBands(Job::EdgeLevelRows, view.height, costOf(view, step), [&](const Band& band) {
+    inBands(Job::EdgeLevelRows, view.height, step, costOf(view, step), [&](const Band& band) {
         EdgeSum edges;
         for (std::int64_t y = band.first; y < band.end; y += step)
             edges += kernels::rowEdges(view.row(int(y)), std::size_t(view.width));
@@ -46,7 +57,7 @@ void addRows(const ConstGrayView& view, int step, SharedEdgeSum& sum)
 
 void addColumns(const ConstGrayView& view, int step, SharedEdgeSum& sum)
 {
-    runBands(Job::EdgeLevelColumns, view.width, costOf(view, std::min(step, 16)), [&](const Band& band) {
+    inBands(Job::EdgeLevelColumns, view.width, step, costOf(view, std::min(step, 16)), [&](const Band& band) {
         sum.add(kernels::columnEdges(view.pixels + band.first, view.stride, std::size_t(view.height),
                                      std::size_t(band.size()), std::size_t(step)));
     });

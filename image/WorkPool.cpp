@@ -29,6 +29,7 @@ std::atomic<int> bandsForTests{0};
 // Null before the module has loaded, while it unloads, and in a forked child, where only the thread that
 // forked goes on: jobs then run on the calling thread.
 std::atomic<JobWorkers*> workers{nullptr};
+std::atomic<bool> forked{false}; // and nobody has asked for another number of bands since
 
 const int processors = CStdlib::GetNumOfProcessors();
 
@@ -44,7 +45,10 @@ public:
         for (int kind = 0; kind < kinds; ++kind)
             m_made[kind].prepare(processors);
 #if !defined(_WIN32)
-        if (pthread_atfork(nullptr, nullptr, [] { workers = nullptr; }) != 0) {
+        if (pthread_atfork(nullptr, nullptr, [] {
+                workers = nullptr;
+                forked = true;
+            }) != 0) {
             delete[] std::exchange(m_made, nullptr);
             return;
         }
@@ -80,6 +84,11 @@ const Lifetime lifetime;
 
 int bandCount()
 {
+    return forked.load(std::memory_order_relaxed) ? 1 : stepBandCount();
+}
+
+int stepBandCount()
+{
     const int n = bandsForTests.load(std::memory_order_relaxed);
     return n > 0 ? n : (processors > 0 ? processors : 1);
 }
@@ -87,6 +96,7 @@ int bandCount()
 void setBandCount(int n)
 {
     bandsForTests.store(n, std::memory_order_relaxed);
+    forked.store(false, std::memory_order_relaxed);
 }
 
 Band bandOf(int index, int bands, std::int64_t total)

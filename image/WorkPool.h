@@ -46,8 +46,13 @@ struct Band
     std::int64_t size() const { return end - first; }
 };
 
-/// The number of bands that every job is cut into: the processors that the module found when it loaded.
+/// The number of bands that every job is cut into: the processors that the module found when it loaded; 1 in
+/// a forked child, where no workers share the job.
 ORMALUX_API int bandCount();
+
+/// The number of bands in which the steps of measurements that skip lines start anew, on which their results
+/// depend: bandCount(), but a forked child keeps its parent's.
+int stepBandCount();
 
 /// For tests and the benchmark: cuts jobs into n bands from now on; 0 restores the number found at load. Not
 /// to be called while operations run.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "array/MatchArray.h"
 #include "platform/Export.h"
 

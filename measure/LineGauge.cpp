@@ -98,7 +98,7 @@ bool fitEdgeLine(const ConstGrayView& view, const LineGaugeTask& task, LineFit& 
     // Deliberate: the centre line pairs with itself and counts as 0, and of an even extent the first line has
     // no counterpart; callers rely on these very angles.
     DirectionSum directions;
-    const int bands = task.bands > 0 ? task.bands : bandCount();
+    const int bands = task.bands > 0 ? task.bands : stepBandCount();
     for (int i = 0; i < bands; ++i) {
         const Band band = bandOf(i, bands, extent);
         addBand(table, first + band.first, first + band.end, 2 * center, step, directions);

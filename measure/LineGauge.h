@@ -16,7 +16,7 @@ struct LineGaugeTask
     std::int64_t
         step; ///< columns from one measured line to the next, below 1 counts as 1; rows go one by one
     int threshold;
-    int bands = 0; ///< that the columns are cut into, each stepping anew; 0: as many as bandCount()
+    int bands = 0; ///< that the columns are cut into, each stepping anew; 0: as many as stepBandCount()
 };
 
 struct LineFit

@@ -9,6 +9,12 @@
 #include <string>
 #include <system_error>
 
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace ormalux {
 
 namespace fs = std::filesystem;
@@ -27,6 +33,15 @@ Stream openToRead(const fs::path& path)
     return Stream(_wfopen(path.c_str(), L"rb"));
 #else
     return Stream(std::fopen(path.c_str(), "rbe"));
+#endif
+}
+
+bool mayRead(const fs::path& path)
+{
+#if defined(_WIN32)
+    return _waccess(path.c_str(), 4) == 0;
+#else
+    return access(path.c_str(), R_OK) == 0;
 #endif
 }
 
@@ -67,6 +82,20 @@ std::optional<std::uint64_t> fileLength(const char* path)
     if (error)
         return std::nullopt;
     return length;
+}
+
+const char* readFailure(const char* path)
+{
+    const fs::path native = nativePath(path);
+    std::error_code error;
+    const fs::file_status status = fs::status(native, error);
+    if (native.empty() || !fs::status_known(status) || !fs::exists(status))
+        return "no such file";
+    if (fs::is_directory(status))
+        return "it is a directory";
+    if (!mayRead(native))
+        return "permission denied";
+    return fs::is_regular_file(status) ? "it cannot be read" : "it is not a regular file";
 }
 
 std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_t limit)

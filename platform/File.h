@@ -17,6 +17,9 @@ namespace ormalux {
 /// The length of a regular file in bytes; nothing when the path is not a readable regular file.
 std::optional<std::uint64_t> fileLength(const char* path);
 
+/// The end of a sentence on a file that gave no bytes: "no such file".
+const char* readFailure(const char* path);
+
 /// The whole of a regular file, at most limit bytes of it from its beginning. Nothing when it cannot be read,
 /// memory is short, or the path names something else (a directory, a device).
 std::optional<std::vector<std::uint8_t>> readFile(const char* path, std::uint64_t limit = UINT64_MAX);

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Cross-builds the processing module for Windows and runs its tests under Wine.
+# Cross-builds the processing module and the command line without the toolkit for Windows and runs their tests under
+# Wine.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh build windows

@@ -18,7 +18,7 @@ cmake --build --preset windows
 # The folder: programs, modules, the toolkit with its plugins, the compiler's libraries.
 rm -rf "$folder"
 mkdir -p "$folder"/{platforms,imageformats,styles,translations}
-cp "$build"/bin/{ormalux,ormalux-view}.exe "$build"/bin/lib{Ormalux,OrmaluxView}.dll "$folder"
+cp "$build"/bin/{ormalux,ormalux-view}.exe "$build"/bin/lib{Ormalux,OrmaluxView,ormalux-pictures}.dll "$folder"
 cp "$qt"/bin/Qt6{Core,Gui,Widgets}.dll "$folder"
 cp "$qt"/plugins/platforms/q{windows,offscreen}.dll "$folder/platforms"
 cp "$qt"/plugins/imageformats/*.dll "$folder/imageformats"
@@ -58,4 +58,5 @@ rm -rf "$build/smoke"
 mkdir -p "$build/smoke/그림"
 timeout 120 "$wine" "$folder/ormalux-view.exe" --grab "$build/smoke/그림/창.png" --size 800x600 >/dev/null
 [ -s "$build/smoke/그림/창.png" ] || { echo "the viewer of the folder does not start"; exit 1; }
+timeout 120 "$wine" "$folder/ormalux.exe" info "$build/smoke/그림/창.png" >/dev/null
 du -sh "$folder"

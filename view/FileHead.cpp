@@ -83,9 +83,11 @@ FileHead bmpHead(Bytes file)
     FileHead head;
     if (width <= 0 || rows == 0 || bits > 32)
         return head;
-    const std::int64_t needed = packed ? std::int64_t(number(file, 34, 4))
-                                       : (width * bits + 31) / 32 * 4 * (rows - 1) + (width * bits + 7) / 8;
-    head.truncated = start + needed > std::int64_t(file.size());
+    const std::int64_t rowBytes = packed ? 0 : (width * bits + 31) / 32 * 4;
+    const std::int64_t last = packed ? std::int64_t(number(file, 34, 4)) : (width * bits + 7) / 8;
+    const std::int64_t room = std::int64_t(file.size()) - start - last;
+    // Divided, for the product of sizes that no file holds may outgrow the number.
+    head.truncated = room < 0 || (rowBytes > 0 && rows - 1 > room / rowBytes);
     return head;
 }
 

@@ -2,7 +2,7 @@
 
 #include "color/VisionImage24.h"
 #include "image/VisionImage.h"
-#include "view/BmpReader.h"
+#include "image/BmpReader.h"
 #include "view/PictureReader.h"
 #include "view/PictureWriter.h"
 #include "view/ViewState.h"

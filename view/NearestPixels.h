@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/PixelSource.h"
+#include "image/PixelSource.h"
 
 #include <cstdint>
 #include <span>

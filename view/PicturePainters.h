@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Types.h"
-#include "view/PixelSource.h"
+#include "image/PixelSource.h"
 
 namespace ormalux {
 

@@ -1,49 +1,21 @@
 #include "view/PictureReader.h"
 
-#include "platform/File.h"
-#include "view/BmpReader.h"
+#include "image/PictureFile.h"
 #include "view/FileHead.h"
+#include "view/PictureImage.h"
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
-#include <optional>
 
 namespace ormalux {
 
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-/// Why there is no picture.
-struct Refusal
-{
-    PictureFault fault = PictureFault::None;
-    std::string text;
-
-    bool none() const { return fault == PictureFault::None; }
-};
-
-/// Why a file gave no bytes.
-Refusal whyUnreadable(const char* path)
-{
-    const QFileInfo info(QString::fromUtf8(path));
-    if (!info.exists())
-        return {PictureFault::NotFound, "no such file"};
-    if (info.isDir())
-        return {PictureFault::Directory, "it is a directory"};
-    if (!info.isReadable())
-        return {PictureFault::NoPermission, "permission denied"};
-    if (!info.isFile())
-        return {PictureFault::NotAFile, "it is not a regular file"};
-    return {PictureFault::NotReadable, "it cannot be read"};
-}
 
 /// The bits a pixel that the file itself declares, where the toolkit does not tell palettes of 8 bits from
 /// smaller ones; 8 for kinds that know no other palette.
@@ -134,11 +106,11 @@ void raiseAllocationLimit()
         QImageReader::setAllocationLimit(megabytes);
 }
 
-Refusal describe(QImageReader::ImageReaderError error)
+PictureRefusal describe(QImageReader::ImageReaderError error)
 {
     switch (error) {
     case QImageReader::UnsupportedFormatError:
-        return {PictureFault::NotAPicture, "it is not a picture of a known kind"};
+        return unknownKind();
     case QImageReader::InvalidDataError:
         return {PictureFault::Damaged, "it is truncated or damaged"};
     default:
@@ -146,13 +118,8 @@ Refusal describe(QImageReader::ImageReaderError error)
     }
 }
 
-Refusal truncated()
-{
-    return {PictureFault::Truncated, "it is truncated"};
-}
-
-/// Why a file of a known kind is not decoded at all; nothing when it is.
-Refusal whyRefused(const FileHead& head)
+/// Why a file of a known kind is not decoded at all; none when it is.
+PictureRefusal whyRefused(const FileHead& head)
 {
     if (head.kind == SampleKind::Real)
         return {PictureFault::NotSupported,
@@ -163,12 +130,7 @@ Refusal whyRefused(const FileHead& head)
     if (head.bits > 16 || oddInTiff)
         return {PictureFault::NotSupported,
                 "its " + std::to_string(head.bits) + "-bit samples are not supported"};
-    return head.truncated ? truncated() : Refusal();
-}
-
-Refusal tooLarge()
-{
-    return {PictureFault::TooLarge, "it is larger than 512 megapixels"};
+    return head.truncated ? truncatedFile() : PictureRefusal();
 }
 
 /// The toolkit's readers count from the device's place: the picture's own reader would lose its own.
@@ -181,7 +143,9 @@ int countPages(QByteArray& bytes)
     return reader.imageCount();
 }
 
-Picture decode(const Bytes& file, PaletteUse use, Refusal& why)
+} // namespace
+
+Picture decodePicture(std::span<const std::uint8_t> file, PaletteUse use, PictureRefusal& why)
 {
     const FileHead head = readFileHead(file);
     why = whyRefused(head);
@@ -210,64 +174,24 @@ Picture decode(const Bytes& file, PaletteUse use, Refusal& why)
     return picture;
 }
 
-Picture readBytes(const Bytes& file, PaletteUse use, Refusal& why)
+PictureRefusal whyNoPicture(std::span<const std::uint8_t> beginning)
 {
-    Picture picture;
-    switch (readBmp(file, use == PaletteUse::IndicesAreGray, picture)) {
-    case BmpOutcome::Read:
-        return picture;
-    case BmpOutcome::Truncated:
-        why = truncated();
-        return {};
-    case BmpOutcome::TooLarge:
-        why = tooLarge();
-        return {};
-    case BmpOutcome::NoMemory:
-        throw std::bad_alloc();
-    case BmpOutcome::NotOurs:
-        break;
-    }
-    return decode(file, use, why);
-}
-
-/// Large files are looked at before they are read: the beginning tells whether they can be pictures.
-bool mayBePicture(const char* path, std::uint64_t length, Refusal& why)
-{
-    constexpr std::uint64_t small = std::uint64_t(64) << 20;
-    // The most that the largest picture takes: 16 bits of four channels, or the doubled file of a colour
-    // image.
-    constexpr std::uint64_t longest = std::uint64_t(largestPicture) * 8 + small;
-    if (length <= small)
-        return true;
-    const auto head = readFile(path, std::uint64_t(1) << 16);
-    QByteArray bytes;
-    if (head)
-        bytes = QByteArray(reinterpret_cast<const char*>(head->data()), qsizetype(head->size()));
+    QByteArray bytes(reinterpret_cast<const char*>(beginning.data()), qsizetype(beginning.size()));
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
-    if (!head || QImageReader::imageFormat(&buffer).isEmpty())
-        why = describe(QImageReader::UnsupportedFormatError);
-    else if (length > longest)
-        why = tooLarge();
-    return why.none();
+    return QImageReader::imageFormat(&buffer).isEmpty() ? unknownKind() : PictureRefusal();
 }
-
-} // namespace
 
 Picture readPicture(const char* path, std::string* error, PaletteUse use)
 {
-    Refusal why;
+    PictureRefusal why;
     Picture picture;
     try {
-        const std::optional<std::uint64_t> length = path ? fileLength(path) : std::nullopt;
-        const bool worthReading = length && mayBePicture(path, *length, why);
-        const std::optional<Bytes> file = worthReading ? readFile(path) : std::nullopt;
-        if (file && file->empty())
-            why = {PictureFault::Empty, "it is empty"};
-        else if (file)
-            picture = readBytes(*file, use, why);
-        else if (why.none())
-            why = path ? whyUnreadable(path) : Refusal{PictureFault::NotFound, "no path was given"};
+        PictureFile file = openPicture(path, use == PaletteUse::IndicesAreGray, whyNoPicture);
+        picture = std::move(file.picture);
+        why = std::move(file.why);
+        if (!file.bytes.empty())
+            picture = decodePicture(file.bytes, use, why);
     } catch (const std::bad_alloc&) {
         why = {PictureFault::NoMemory, "memory is short"};
         picture = {};
@@ -275,7 +199,7 @@ Picture readPicture(const char* path, std::string* error, PaletteUse use)
     if (picture.empty())
         picture.origin.fault = why.fault;
     if (picture.empty() && error)
-        *error = "cannot read '" + std::string(path ? path : "") + "': " + why.text;
+        *error = readingError(path, why.text);
     return picture;
 }
 

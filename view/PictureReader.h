@@ -1,7 +1,8 @@
 #pragma once
 
-#include "view/Picture.h"
+#include "image/Picture.h"
 
+#include <span>
 #include <string>
 
 namespace ormalux {
@@ -18,9 +19,6 @@ enum class PaletteUse
     IndicesAreGray
 };
 
-/// Pictures of more pixels are refused.
-inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
-
 /// Reads a picture file of any kind that the system knows (BMP, PNG, JPEG, TIFF and what the toolkit's
 /// plugins add), told by its content and not by its name. path is UTF-8. Of 16-bit gray the upper 8 bits are
 /// taken; transparency is dropped; colours are never mixed into gray; of several pages the first is read. The
@@ -30,5 +28,10 @@ inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 /// sentence that names the file and the reason: not found, a directory, a pipe or device, not readable, not a
 /// picture, truncated, of floating-point numbers, too large, too little memory.
 Picture readPicture(const char* path, std::string* error = nullptr, PaletteUse use = PaletteUse::Applied);
+
+/// The same for the bytes of a file that is no plain BMP, and for the beginning of one: why it gave no
+/// picture. decodePicture throws std::bad_alloc.
+Picture decodePicture(std::span<const std::uint8_t> file, PaletteUse use, PictureRefusal& why);
+PictureRefusal whyNoPicture(std::span<const std::uint8_t> beginning);
 
 } // namespace ormalux

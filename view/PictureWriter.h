@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/PixelSource.h"
+#include "image/PictureFile.h"
 
 #include <QImage>
 
@@ -17,7 +17,6 @@ bool writePicture(const char* path, const PixelSource& picture, std::string* err
 bool writePicture(const char* path, const QImage& image, std::string* error = nullptr);
 
 /// The same as a BMP, whatever the path's ending.
-bool writeBmp(const char* path, const PixelSource& picture, std::string* error = nullptr);
 bool writeBmp(const char* path, const QImage& image, std::string* error = nullptr);
 
 } // namespace ormalux

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "color/ColorRows.h"
-#include "view/Picture.h"
-#include "view/PixelSource.h"
+#include "view/PictureImage.h"
+#include "image/PixelSource.h"
 
 #include <cstdint>
 #include <functional>

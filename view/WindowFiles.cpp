@@ -1,9 +1,9 @@
 #include "view/WindowFiles.h"
 
 #include "platform/File.h"
-#include "view/BmpReader.h"
+#include "image/BmpReader.h"
 #include "view/ImageViewWnd.h"
-#include "view/Picture.h"
+#include "view/PictureImage.h"
 #include "view/WindowCommands.h"
 
 #include <QFileDialog>

@@ -10,7 +10,10 @@ import sys
 import tempfile
 import unittest
 
-PROGRAM = []
+PROGRAM = sys.argv[1:]
+ONLY_BMP = "BMP only" in subprocess.run([*PROGRAM, "--version"], capture_output=True, text=True, timeout=120,
+                                        check=False).stdout
+needs_pictures = unittest.skipIf(ONLY_BMP, "this build reads and writes BMP only")
 
 
 def bmp(width, height, pixel, bits=8, rows_top_down=False):
@@ -152,6 +155,7 @@ class CommandLine(Runs):
                       ["blobs", self.picture, "--min-size", "0x2"], ["match", self.picture, "-s", "none.mcs"]):
             self.assertTrue(self.run_program(*usage, code=2).stderr, usage)
 
+    @needs_pictures
     def test_outputs_are_written_whole_or_not_at_all(self):
         self.run_program("threshold", self.picture, "-t", "100", "-o", "검사.png")
         self.assertEqual(self.boxes("검사.png", "-t", "100"), self.expected)
@@ -164,6 +168,7 @@ class CommandLine(Runs):
         self.run_program("threshold", self.picture, self.picture, "-t", "100", "-o", "one.png", code=2)
         self.assertEqual(sorted(os.listdir(self.folder)), before)
 
+    @needs_pictures
     def test_cut_show_match_and_annotate(self):
         self.run_program("source", "cut", self.picture, "--roi", "5,6,14,15", "-t", "100", "--object", "white", "-o", "p.mcs")
         self.assertEqual((self.folder / "p.mcs").read_bytes(), b"\xff" + struct.pack("<5i", 0, 100, 100, 10, 10) + b"\xff" * 100)
@@ -306,6 +311,47 @@ class CommandLine(Runs):
         self.assertEqual([json.loads(line)["file"] for line in lines], ["나사 1.bmp", "나사 2.bmp"])
         self.assertIn("nothing*.bmp", self.run_program("info", "nothing*.bmp", code=2).stderr)
 
+    def test_alone_it_is_for_bmp_and_says_so(self):
+        whole = pathlib.Path(PROGRAM[-1])
+        program = pathlib.Path(shutil.copy(whole, self.folder / whole.name))
+        for library in (b"Qt6", b"libGL.so"):
+            self.assertNotIn(library, program.read_bytes(), "it loads the toolkit whenever it starts")
+        wide = self.write("wide.bmp", bmp(101, 47, lambda x, y: (parts(x, y),) * 3 + (9,), bits=32))
+        other = self.write("other.bmp", bmp(101, 47, parts).replace(struct.pack("<HI", 8, 0), struct.pack("<HI", 8, 1), 1))
+        text = self.write("text.png", b"no picture")
+        recipe = self.write("r.json", b'{"steps":[{"step":"blobs","threshold":"100"}]}')
+        plain = [["info", self.picture, wide], ["threshold", wide, "-t", "100", "-o", "a.BMP"],
+                 ["run", recipe, self.picture, wide, "-j", "2", "-o", "{}_o.bmp"]]
+        more = [["info", text], ["info", other], ["threshold", wide, "-t", "100", "-o", "a.png"],
+                ["blobs", wide, "-t", "100", "--annotate", "a.bmp"], ["histogram", wide, "--plot", "a.bmp"],
+                ["run", recipe, text, wide, "-j", "2"]]
+        expected = [self.run_program(*call).stdout for call in plain]
+
+        def refusals(why):
+            self.assertEqual([self.run_alone(program, *call).stdout for call in plain], expected)
+            before = sorted(os.listdir(self.folder))
+            for call in more:
+                done = self.run_alone(program, *call, code=2)
+                self.assertIn(why, done.stderr, call)
+                self.assertEqual(done.stderr.count("\n"), 1, done.stderr)
+            self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+        if ONLY_BMP:
+            return refusals("this build reads and writes BMP only")
+        refusals("is missing")
+        module = next(whole.parent.glob("libormalux-pictures.*"))
+        self.write(module.name, b"no library")
+        refusals("cannot be loaded")
+        (self.folder / module.name).write_bytes(module.read_bytes())
+        self.assertEqual(self.run_alone(program, "threshold", wide, "-t", "100", "-o", "a.png").returncode, 0)
+        self.assertEqual(self.boxes("a.png", "-t", "100"), self.expected)
+
+    def run_alone(self, program, *arguments, code=0):
+        done = subprocess.run([*PROGRAM[:-1], program, *map(str, arguments)], capture_output=True, text=True, timeout=120,
+                              encoding="utf-8", cwd=self.folder, check=False)
+        self.assertEqual(done.returncode, code, f"{arguments}\n{done.stdout}\n{done.stderr}")
+        return done
+
     def test_help_is_enough(self):
         for words in ([], ["blobs"], ["match"], ["source", "cut"], ["process"], ["run"], ["recipe"], ["gauge", "line"], ["ocr"]):
             text = self.run_program(*words, "--help").stdout
@@ -313,5 +359,4 @@ class CommandLine(Runs):
 
 
 if __name__ == "__main__":
-    PROGRAM = sys.argv[1:]
     unittest.main(argv=sys.argv[:1], verbosity=1)

@@ -10,7 +10,7 @@ import sys
 import unittest
 
 import cli_test
-from cli_test import bmp, parts
+from cli_test import bmp, needs_pictures, parts
 
 
 def tiff(samples, bits=8, sample_format=1, pages=1):
@@ -60,6 +60,7 @@ class Hostile(cli_test.Runs):
                 self.assertEqual(done.stderr.count(b"\n"), 1, done.stderr)
                 self.assertIn(b"standard output", done.stderr)
 
+    @needs_pictures
     def test_outputs_of_one_name_are_refused_before_the_first_picture(self):
         self.on_posix()
         for folder in ("a", "b", "out"):
@@ -128,6 +129,7 @@ class Hostile(cli_test.Runs):
             self.assertIn("…", self.complaint(*call))
         self.assertIn("no such file", self.complaint("info", "한" * 40_000 + ".bmp"))
 
+    @needs_pictures
     def test_only_regular_files_are_read_as_pictures(self):
         self.on_posix()
         folder = self.folder / "pictures"
@@ -144,6 +146,7 @@ class Hostile(cli_test.Runs):
             huge.truncate(1 << 40)
         self.assertIn("known kind", self.complaint("info", "huge.png"))
 
+    @needs_pictures
     def test_what_is_cut_of_a_picture_is_told(self):
         deep = struct.pack("<16H", *range(0, 4096, 256))
         pgm = b"P5\n# levels\n4 4 4095\n" + struct.pack(">16H", *range(0, 4096, 256))
@@ -193,5 +196,4 @@ class Hostile(cli_test.Runs):
 
 
 if __name__ == "__main__":
-    cli_test.PROGRAM = sys.argv[1:]
     unittest.main(argv=sys.argv[:1], verbosity=1)

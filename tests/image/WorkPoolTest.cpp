@@ -1,5 +1,8 @@
 #include "image/WorkPool.h"
 
+#include "image/AutoThreshold.h"
+#include "measure/LineGauge.h"
+#include "tests/support/Random.h"
 #include "tests/support/Variants.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +10,7 @@
 #include <atomic>
 #include <numeric>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #if !defined(_WIN32)
@@ -103,5 +107,31 @@ TEST(WorkPool, AForkedChildCompletesItsJobs)
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     EXPECT_EQ(sumThrough(Job::Threshold, 1000), 499500);
+}
+
+TEST(WorkPool, AForkedChildWorksInOneBandWithTheParentsResults)
+{
+    const auto pixels = testing_support::randomBytes(641 * 97, 5);
+    const ConstGrayView view{pixels.data(), 641, 97, 641};
+    const LineGaugeTask gauge{{3, 3, 600, 90}, 1, true, 5, 20};
+    setBandCount(7);
+    const auto measured = [&] {
+        LineFit fit{};
+        fitEdgeLine(view, gauge, fit);
+        return std::tuple(autoThreshold(view, 'A', 1), autoThreshold(view, 'A', 3),
+                          autoThreshold(view, 'H', 9), fit.angle);
+    };
+    const auto expected = measured();
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(10);
+        _exit(bandCount() == 1 && measured() == expected ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    setBandCount(1);
+    EXPECT_NE(measured(), expected) << "bands make no difference here";
+    setBandCount(0);
 }
 #endif

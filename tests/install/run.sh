@@ -47,4 +47,11 @@ for header in $(cd "$include" && find . -name '*.h' | sort); do
     echo "#include \"${header#./}\"" | "${CXX:-c++}" -x c++ -std=c++17 -fPIC -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Werror \
         -I "$include" $foreign - || { echo "$header is no header for C++17"; exit 1; }
 done
+if [ -x "$stage/moved/bin/ormalux" ]; then # alone it links none of the libraries; with its module it writes any picture
+    case $("$stage/moved/bin/ormalux" --version) in *"BMP only"*) kinds=bmp ;; *) kinds="bmp png" ;; esac
+    printf 'BM\72\0\0\0\0\0\0\0\66\0\0\0\50\0\0\0\1\0\0\0\1\0\0\0\1\0\30\0%028d' 0 | tr 0 '\0' >"$stage/dot.bmp"
+    for kind in $kinds; do
+        env -u LD_LIBRARY_PATH "$stage/moved/bin/ormalux" process "$stage/dot.bmp" invert -o "$stage/out.$kind"
+    done
+fi
 echo "the installed package serves a host by find_package, and by pkg-config where it was moved"

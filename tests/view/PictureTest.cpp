@@ -1,9 +1,11 @@
 #include "color/VisionImage24.h"
+#include "image/BmpReader.h"
 #include "image/ImagePainter.h"
 #include "platform/File.h"
 #include "tests/support/Random.h"
 #include "view/FileHead.h"
 #include "view/PicturePainters.h"
+#include "view/PictureImage.h"
 #include "view/PictureReader.h"
 #include "view/PictureWriter.h"
 
@@ -144,6 +146,40 @@ TEST_F(PictureFiles, BmpPalettesAndRowOrdersAreHonoured)
     }
 }
 
+TEST_F(PictureFiles, AWideBmpReadsAsTheToolkitReadsIt)
+{
+    QImage image(7, 5, QImage::Format_RGB32);
+    const auto noise = testing_support::randomBytes(7 * 5 * 4, 3);
+    for (int y = 0; y < 5; ++y)
+        std::memcpy(image.scanLine(y), noise.data() + 28 * y, 28);
+    ASSERT_TRUE(image.convertToFormat(QImage::Format_RGB888).save(QString::fromStdString(path("a.bmp"))));
+    std::vector<std::uint8_t> file = bytesOf(path("a.bmp"));
+    file.resize(54);
+    file[28] = 32;
+    file.insert(file.end(), noise.begin(), noise.end());
+    for (const int kind : {0, 1, 2, 3, 4}) {
+        std::vector<std::uint8_t> other = file;
+        if (kind == 1) // the top row first
+            for (int i = 0; i < 4; ++i)
+                other[std::size_t(22 + i)] = std::uint8_t(-5 >> (8 * i));
+        if (kind == 2) // a gap before the pixels
+            other.insert(other.begin() + 54, std::size_t(other[10] = 60) - 54, 99);
+        if (kind == 3) // a number of planes that nothing has
+            other[26] = 7;
+        if (kind == 4) // no place for the pixels
+            other[10] = 0;
+        Picture own, toolkits;
+        std::string why;
+        const bool wide = ormalux::readWideBmp(other, own) == ormalux::BmpOutcome::Read;
+        EXPECT_EQ(wide, kind < 3);
+        toolkits = ormalux::decodePicture(other, PaletteUse::Applied, why);
+        if (wide)
+            expectSame(own, toolkits);
+        ormalux::writeFile(path("b.bmp").c_str(), other);
+        expectSame(readPicture(path("b.bmp").c_str()), toolkits);
+    }
+}
+
 TEST_F(PictureFiles, OtherKindsBecomeGrayOnlyWhenTheyAre)
 {
     QImage deep(4, 2, QImage::Format_Grayscale16);
@@ -215,6 +251,11 @@ TEST_F(PictureFiles, ErrorsNameTheFileAndTheReason)
     file[20] = file[24] = 0x7f; // a size that no file holds
     ormalux::writeFile(path("big.bmp").c_str(), file);
     EXPECT_THAT(errorOf(path("big.bmp")), HasSubstr("larger than 512 megapixels"));
+    file[20] = file[24] = file[21] = file[25] = 0x7f; // so many bytes that their number overflows
+    file[28] = 32;
+    EXPECT_TRUE(ormalux::readFileHead(file).truncated);
+    ormalux::writeFile(path("big.bmp").c_str(), file);
+    EXPECT_THAT(errorOf(path("big.bmp")), HasSubstr("truncated"));
 }
 
 TEST_F(PictureFiles, WhatIsCutIsToldAndAnUprightPictureIsTurned)

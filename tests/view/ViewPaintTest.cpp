@@ -1,4 +1,5 @@
 #include "tests/support/ViewFixture.h"
+#include "view/PictureImage.h"
 #include "view/PictureReader.h"
 #include "view/ViewPainter.h"
 #include "view/ViewTracker.h"

@@ -2,7 +2,7 @@
 #include "image/VisionImage.h"
 #include "platform/File.h"
 #include "tests/support/ViewFixture.h"
-#include "view/Picture.h"
+#include "view/PictureImage.h"
 #include "view/PictureWriter.h"
 #include "view/ViewImage.h"
 

@@ -1,6 +1,4 @@
-#include "view/BmpReader.h"
-
-#include "view/PictureReader.h"
+#include "image/BmpReader.h"
 
 #include <algorithm>
 #include <array>
@@ -35,6 +33,7 @@ struct Header
     std::int64_t stride() const { return paddedRow(int(width), bitCount); }
 };
 
+/// Of an uncompressed bitmap of any depth.
 bool readHeader(std::span<const std::uint8_t> file, Header& header)
 {
     if (file.size() < fileHeader + infoHeader || file[0] != 'B' || file[1] != 'M')
@@ -53,8 +52,8 @@ bool readHeader(std::span<const std::uint8_t> file, Header& header)
     if (header.pixelsAt == 0)
         header.pixelsAt =
             std::int64_t(fileHeader) + header.headerSize + (header.bitCount == 8 ? 4 * header.colors : 0);
-    return header.headerSize >= std::int64_t(infoHeader) && compression == 0 &&
-           (header.bitCount == 8 || header.bitCount == 24) && header.width > 0 && header.height > 0;
+    return header.headerSize >= std::int64_t(infoHeader) && compression == 0 && header.width > 0 &&
+           header.height > 0;
 }
 
 /// The colour image's own files carry their pixels twice: unpadded rows with a gap behind each, then the
@@ -69,6 +68,13 @@ std::int64_t startOfPixels(std::span<const std::uint8_t> file, const Header& hea
         header.height * (3 * header.width + std::max<std::int64_t>(stride - header.width, 0));
     const bool twice = std::int64_t(file.size()) == 54 + firstCopy + header.height * stride;
     return twice ? 54 + firstCopy : header.pixelsAt;
+}
+
+/// The last row may lack its padding.
+bool isTruncated(std::span<const std::uint8_t> file, const Header& header, std::int64_t start)
+{
+    const std::int64_t room = std::int64_t(file.size()) - start - header.width * (header.bitCount / 8);
+    return room < 0 || header.height - 1 > room / header.stride();
 }
 
 using Palette = std::array<std::array<std::uint8_t, 3>, 256>;
@@ -98,44 +104,69 @@ void applyPalette(const Palette& palette, int bitCount, const std::uint8_t* in, 
     }
 }
 
-} // namespace
-
-BmpOutcome readBmp(std::span<const std::uint8_t> file, bool indicesAreGray, Picture& picture)
+/// Hands every row of the file with its place in the picture to the function.
+template <class Row>
+BmpOutcome readRows(const std::uint8_t* pixels, const Header& header, int bitCount, Picture& picture,
+                    const Row& readRow)
 {
-    Header header{};
-    if (!readHeader(file, header))
-        return BmpOutcome::NotOurs;
-    if (header.width * header.height > largestPicture)
-        return BmpOutcome::TooLarge;
-    const std::int64_t start = startOfPixels(file, header);
-    const std::int64_t stride = header.stride();
-    const std::int64_t row = header.width * (header.bitCount / 8);
-    // The last row may lack its padding.
-    if (start + stride * (header.height - 1) + row > std::int64_t(file.size()))
-        return BmpOutcome::Truncated;
-
-    const bool indexed = header.bitCount == 8 && !indicesAreGray;
-    const Palette palette = indexed ? readPalette(file, header) : Palette{};
     Picture read;
     read.width = int(header.width);
     read.height = int(header.height);
-    read.bitCount = indexed && !isGray(palette) ? 24 : header.bitCount;
-    const std::size_t outRow = std::size_t(header.width) * std::size_t(read.bitCount / 8);
+    read.bitCount = bitCount;
+    const std::size_t outRow = std::size_t(header.width) * std::size_t(bitCount / 8);
     try {
         read.pixels.resize(outRow * std::size_t(header.height));
     } catch (const std::bad_alloc&) {
         return BmpOutcome::NoMemory;
     }
-    for (std::int64_t y = 0; y < header.height; ++y) {
-        const std::uint8_t* in = file.data() + start + stride * (header.topDown ? y : header.height - 1 - y);
-        std::uint8_t* out = read.pixels.data() + outRow * std::size_t(y);
-        if (indexed)
-            applyPalette(palette, read.bitCount, in, read.width, out);
-        else
-            std::memcpy(out, in, std::size_t(row));
-    }
+    for (std::int64_t y = 0; y < header.height; ++y)
+        readRow(pixels + header.stride() * (header.topDown ? y : header.height - 1 - y),
+                read.pixels.data() + outRow * std::size_t(y));
     picture = std::move(read);
     return BmpOutcome::Read;
+}
+
+} // namespace
+
+BmpOutcome readBmp(std::span<const std::uint8_t> file, bool indicesAreGray, Picture& picture)
+{
+    Header header{};
+    if (!readHeader(file, header) || (header.bitCount != 8 && header.bitCount != 24))
+        return BmpOutcome::NotOurs;
+    if (header.width * header.height > largestPicture)
+        return BmpOutcome::TooLarge;
+    const std::int64_t start = startOfPixels(file, header);
+    if (isTruncated(file, header, start))
+        return BmpOutcome::Truncated;
+
+    const std::size_t row = std::size_t(header.width) * std::size_t(header.bitCount / 8);
+    const bool indexed = header.bitCount == 8 && !indicesAreGray;
+    const Palette palette = indexed ? readPalette(file, header) : Palette{};
+    const int bitCount = indexed && !isGray(palette) ? 24 : header.bitCount;
+    return readRows(file.data() + start, header, bitCount, picture, [&](const std::uint8_t* in, std::uint8_t* out) {
+        if (indexed)
+            applyPalette(palette, bitCount, in, int(header.width), out);
+        else
+            std::memcpy(out, in, row);
+    });
+}
+
+BmpOutcome readWideBmp(std::span<const std::uint8_t> file, Picture& picture)
+{
+    Header header{};
+    // Longer headers may name a channel of transparency.
+    if (!readHeader(file, header) || header.bitCount != 32 || header.headerSize != std::int64_t(infoHeader) ||
+        word(file, 10, 4) < fileHeader + infoHeader || word(file, 26, 2) != 1)
+        return BmpOutcome::NotOurs;
+    if (isTruncated(file, header, header.pixelsAt))
+        return BmpOutcome::Truncated;
+    if (header.width * header.height > largestPicture)
+        return BmpOutcome::TooLarge;
+    return readRows(file.data() + header.pixelsAt, header, 24, picture,
+                    [&](const std::uint8_t* in, std::uint8_t* out) {
+                        for (std::int64_t x = 0; x < header.width; ++x)
+                            std::copy_n(in + 4 * x, 3, out + 3 * x);
+                    });
 }
 
 } // namespace ormalux

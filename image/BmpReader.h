@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/Picture.h"
+#include "image/Picture.h"
 
 #include <cstdint>
 #include <span>
@@ -21,5 +21,7 @@ enum class BmpOutcome
 /// applied (gray when all its entries are gray, else colour) unless indicesAreGray. Sizes in the file's
 /// header are believed only as far as the file is long.
 BmpOutcome readBmp(std::span<const std::uint8_t> file, bool indicesAreGray, Picture& picture);
+/// The same for one of 32 bits whose fourth byte means nothing.
+BmpOutcome readWideBmp(std::span<const std::uint8_t> file, Picture& picture);
 
 } // namespace ormalux

@@ -3,11 +3,7 @@
 #include <string>
 #include <vector>
 
-class QImage;
-
 namespace ormalux {
-
-struct FileHead;
 
 /// Why a file gave no picture.
 enum class PictureFault
@@ -27,6 +23,15 @@ enum class PictureFault
     NoMemory
 };
 
+/// Why a file gave no picture, for programs and in words.
+struct PictureRefusal
+{
+    PictureFault fault = PictureFault::None;
+    std::string text;
+
+    bool none() const { return fault == PictureFault::None; }
+};
+
 /// What a picture was in its file, as far as 8 bits a sample of one page do not hold it.
 struct PictureOrigin
 {
@@ -38,9 +43,6 @@ struct PictureOrigin
 
     bool depthCut() const { return bits > 8; }
 };
-
-/// Of the image that the toolkit made of the file's first page.
-PictureOrigin originOf(const QImage& image, const FileHead& head, int pages);
 
 /// What a picture lost when it was read, in English, one sentence without a full stop each.
 std::vector<std::string> whatWasCut(const PictureOrigin& origin);

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "image/GrayView.h"
-#include "view/PictureOrigin.h"
-#include "view/PixelSource.h"
-
-#include <QImage>
+#include "image/PictureOrigin.h"
+#include "image/PixelSource.h"
 
 #include <cstdint>
 #include <vector>
@@ -31,13 +29,7 @@ struct Picture
     }
 };
 
-/// The gray form that tools measure on: (R + G + B) / 3. A gray picture comes back as it is.
-Picture toGray(Picture picture);
-
-/// A copy for the toolkit: gray pictures as Format_Grayscale8, colour ones as Format_BGR888. Null when there
-/// are no pixels or memory is short. A gray image is toQImage({view.pixels, view.width, view.height,
-/// view.stride}).
-QImage toQImage(const PixelSource& source);
-QImage toQImage(const ConstGrayView& gray);
+/// Pictures of more pixels are refused.
+inline constexpr std::int64_t largestPicture = std::int64_t(512) << 20;
 
 } // namespace ormalux

@@ -1,12 +1,11 @@
-#include "view/PictureOrigin.h"
+#include "view/PictureImage.h"
 
 #include "view/FileHead.h"
-
-#include <QImage>
 
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace ormalux {
 
@@ -41,6 +40,37 @@ bool isTransparent(const QImage& image)
 
 } // namespace
 
+Picture toGray(Picture picture)
+{
+    if (picture.isGray())
+        return picture;
+    const std::size_t count = picture.pixels.size() / 3;
+    std::uint8_t* const p = picture.pixels.data(); // the gray bytes never overtake the colours they come from
+    for (std::size_t i = 0; i < count; ++i)
+        p[i] = std::uint8_t((p[3 * i] + p[3 * i + 1] + p[3 * i + 2]) / 3);
+    picture.pixels.resize(count);
+    picture.bitCount = 8;
+    return picture;
+}
+
+QImage toQImage(const PixelSource& source)
+{
+    if (source.empty())
+        return {};
+    const auto format = source.bitCount == 8 ? QImage::Format_Grayscale8 : QImage::Format_BGR888;
+    QImage image(source.width, source.height, format);
+    if (image.isNull())
+        return {};
+    for (int y = 0; y < source.height; ++y)
+        std::memcpy(image.scanLine(y), source.row(y), std::size_t(source.width) * (source.bitCount / 8));
+    return image;
+}
+
+QImage toQImage(const ConstGrayView& gray)
+{
+    return toQImage(PixelSource{gray.pixels, gray.width, gray.height, gray.stride, 8});
+}
+
 PictureOrigin originOf(const QImage& image, const FileHead& head, int pages)
 {
     PictureOrigin origin;
@@ -52,23 +82,6 @@ PictureOrigin originOf(const QImage& image, const FileHead& head, int pages)
     origin.pages = std::max(pages, 1);
     origin.transparent = isTransparent(image);
     return origin;
-}
-
-std::vector<std::string> whatWasCut(const PictureOrigin& origin)
-{
-    std::vector<std::string> losses;
-    if (origin.depthCut()) {
-        const std::string bits = std::to_string(origin.bits);
-        losses.push_back(bits + " bits a sample are cut to 8");
-        if (origin.usedBits < origin.bits)
-            losses.back() += "; its levels need only " + std::to_string(origin.usedBits) + " of " + bits +
-                             " bits, so that it is dark";
-    }
-    if (origin.pages > 1)
-        losses.push_back("only the first of " + std::to_string(origin.pages) + " pages is read");
-    if (origin.transparent)
-        losses.push_back("its transparency is dropped");
-    return losses;
 }
 
 } // namespace ormalux
