@@ -4,7 +4,7 @@
 
 #include "array/MatchSourceFile.h"
 #include "image/VisionImage.h"
-#include "match/CharacterReading.h"
+#include "match/TolerantReading.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -131,8 +131,6 @@ Score scoreOf(const std::vector<CCharacterReading>& readings)
             ++score.others;
             continue;
         }
-        if (getenv("VERBOSE") && (r.rejected || r.key != characterAt(i)))
-            std::printf("    %c read %c %c yield %.3f margin %.3f rejected %d box %d %d %d %d\n", characterAt(i), r.key, r.second, r.yield, r.margin, r.rejected, r.left,r.top,r.right-r.left+1,r.bottom-r.top+1);
         score.rejected += r.rejected;
         score.right += !r.rejected && r.key == characterAt(i);
         score.wrong += !r.rejected && r.key != characterAt(i);
@@ -145,7 +143,8 @@ Score scoreOf(const std::vector<CCharacterReading>& readings)
 Score read(const CKestImage& image, CMatchSrcArray& sources, bool cutBoxes)
 {
     CReadingSettings settings;
-    settings.threshold = image.GetAutoThreshold('A', 1);
+    settings.threshold = ormalux::readingLevel(image.view(), {0, 0, image.GetWidth(), image.GetHeight()},
+                                               image.GetAutoThreshold('A', 1));
     std::vector<CCharacterReading> readings;
     const auto start = std::chrono::steady_clock::now();
     if (cutBoxes) {
@@ -189,7 +188,8 @@ void readFont(const QString& family)
     const CKestImage clean = drawn(family);
     const int threshold = clean.GetAutoThreshold('A', 1);
     CMatchSrcArray sources = taught(clean, threshold);
-    std::printf("%s, %d sources, threshold %d\n", qPrintable(QFontInfo(QFont(family)).family()), sources.GetCount(), threshold);
+    std::printf("%s, %d sources, threshold %d\n", qPrintable(QFontInfo(QFont(family)).family()),
+                sources.GetCount(), threshold);
     print("clean", read(clean, sources, false));
     print("levels up 40", read(changed(clean, [](int level) { return level + 40; }), sources, false));
     print("levels down 40", read(changed(clean, [](int level) { return level - 40; }), sources, false));
@@ -197,7 +197,8 @@ void readFont(const QString& family)
     print("characters cut", read(columnCut(clean, threshold), sources, false));
     for (const double sigma : {6.0, 15.0})
         for (const unsigned seed : {1u, 2u, 3u})
-            print(("noise " + std::to_string(int(sigma))).c_str(), read(noisy(clean, sigma, seed), sources, false));
+            print(("noise " + std::to_string(int(sigma))).c_str(),
+                  read(noisy(clean, sigma, seed), sources, false));
 }
 
 } // namespace

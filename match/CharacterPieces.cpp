@@ -49,9 +49,9 @@ public:
 
     bool run()
     {
-        std::stable_sort(m_pieces.begin(), m_pieces.end(), [](const CharacterPiece& a, const CharacterPiece& b) {
-            return a.box.left < b.box.left;
-        });
+        std::stable_sort(
+            m_pieces.begin(), m_pieces.end(),
+            [](const CharacterPiece& a, const CharacterPiece& b) { return a.box.left < b.box.left; });
         m_gone.assign(m_pieces.size(), false);
         m_changes.assign(m_pieces.size(), 0);
         for (std::size_t i = 0; i < m_pieces.size(); ++i)
@@ -96,14 +96,15 @@ private:
     {
         const CharacterPiece &a = m_pieces[i], &b = m_pieces[j];
         const CharacterBox box = unionOf(a.box, b.box);
+        const std::int64_t area = a.area + b.area;
         if (box.width() > m_reader.widest() || box.height() > m_reader.highest() ||
             !m_sizes.admit(box.width(), box.height()))
             return true;
         if (contains(a.box, b.box) || contains(b.box, a.box)) {
             const CharacterPiece& outer = contains(a.box, b.box) ? a : b;
             const CharacterPiece& inner = &outer == &a ? b : a;
-            if (outer.best.yield >= inner.best.yield)
-                add(i, j, outer, outer.best.yield - inner.best.yield);
+            if (outer.best.share >= inner.best.share)
+                add(i, j, {outer.box, area, outer.best}, outer.best.share - inner.best.share);
             return true;
         }
         if (!m_reader.hasSize(box))
@@ -111,9 +112,10 @@ private:
         BestKeys best;
         if (!m_reader.read(box, best))
             return false;
-        const double gain = best.yield - std::max(a.best.yield, b.best.yield);
+        const double alone = (a.best.share * double(a.area) + b.best.share * double(b.area)) / double(area);
+        const double gain = best.share - alone;
         if (gain > 0)
-            add(i, j, {box, best}, gain);
+            add(i, j, {box, area, best}, gain);
         return true;
     }
 

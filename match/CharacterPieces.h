@@ -11,13 +11,14 @@ namespace ormalux {
 struct CharacterPiece
 {
     CharacterBox box;
-    BestKeys best; ///< empty for what is no character by its size
+    std::int64_t area; ///< number of pixels
+    BestKeys best;     ///< empty for what is no character by its size
 };
 
 /// The characters among the pieces, whose boxes alone are given, in their order: pieces of admitted extents
 /// are read, and pieces join while together they agree better with some template of about their size than
-/// each alone. A piece inside another one's box joins it when that one is not worse. False when memory is
-/// short. May throw std::bad_alloc.
+/// alone, in the mean of their pixels. A piece inside another one's box joins it when that one is not worse.
+/// False when memory is short. May throw std::bad_alloc.
 bool joinPieces(CharacterReader& reader, const BlobSizes& sizes, std::vector<CharacterPiece>& pieces);
 
 } // namespace ormalux

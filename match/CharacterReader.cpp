@@ -13,15 +13,15 @@ namespace {
 /// How far a joined character may differ from a template's size, besides the shift.
 constexpr int sizeSlack = 1;
 
-void take(BestKeys& best, int key, double yield)
+void take(BestKeys& best, int key, double share)
 {
     if (key == best.key) {
-        best.yield = std::max(best.yield, yield);
-    } else if (best.key < 0 || yield > best.yield) {
-        best = {key, best.key, yield, best.yield};
-    } else if (best.second < 0 || yield > best.secondYield) {
+        best.share = std::max(best.share, share);
+    } else if (best.key < 0 || share > best.share) {
+        best = {key, best.key, share, best.share};
+    } else if (best.second < 0 || share > best.secondShare) {
         best.second = key;
-        best.secondYield = yield;
+        best.secondShare = share;
     }
 }
 
@@ -29,8 +29,8 @@ void take(BestKeys& best, int key, double yield)
 double leastFor(const BestKeys& best, int key)
 {
     if (key == best.key)
-        return best.yield;
-    return best.second < 0 ? -1.0 : best.secondYield;
+        return best.share;
+    return best.second < 0 ? -1.0 : best.secondShare;
 }
 
 } // namespace
@@ -52,8 +52,8 @@ bool CharacterReader::read(const CharacterBox& box, BestKeys& best)
     if (!m_ink.take(m_image, box, m_levels, m_shift))
         return false;
     for (const InkTemplate& each : m_templates)
-        if (const auto yield = m_ink.yield(each, leastFor(best, each.key)))
-            take(best, each.key, *yield);
+        if (const auto share = m_ink.share(each, leastFor(best, each.key)))
+            take(best, each.key, *share);
     return true;
 }
 

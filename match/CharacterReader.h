@@ -6,13 +6,14 @@
 
 namespace ormalux {
 
-/// The two characters that agree best with a box; -1 where there is none, its yield 0.
+/// The two characters that agree best with a box, with the shares that InkBox gives; -1 where there is none,
+/// its share 0.
 struct BestKeys
 {
     int key = -1;
     int second = -1;
-    double yield = 0;
-    double secondYield = 0;
+    double share = 0;
+    double secondShare = 0;
 };
 
 /// Reads boxes with one set of templates.

@@ -22,8 +22,8 @@ struct CCharacterReading
     int key;       ///< the character whose source agrees best; -1 when no source is of its size
     int second;    ///< the other character that agrees best; -1 without one
     bool rejected; ///< too little yield or margin
-    double yield;  ///< 0 to 1: the share of the gray levels' variance that the source explains
-    double margin; ///< the yield less the second's, or less 0
+    double yield;  ///< 0 to 1: the correlation of the character with the source
+    double margin; ///< how much more the source explains than the second's: the squared yields' difference
     int left;
     int top;
     int right;

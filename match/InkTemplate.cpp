@@ -1,5 +1,7 @@
 #include "match/InkTemplate.h"
 
+#include "match/MiddleLevel.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -30,20 +32,13 @@ struct InkScale
 
     InkScale(const ConstGrayView& pixels, const InkLevels& levels)
     {
-        std::int64_t sums[2] = {}, counts[2] = {};
+        LevelCounts counts{};
         for (int y = 0; y < pixels.height; ++y)
-            for (int x = 0; x < pixels.width; ++x) {
-                const int level = pixels.row(y)[x];
-                const bool ink = levels.isInk(level);
-                sums[ink] += level;
-                ++counts[ink];
-            }
-        // Where there is only ink, or none, the other lies as far behind the threshold.
-        const double inkMean =
-            counts[1] ? double(sums[1]) / double(counts[1])
-                      : 2.0 * levels.threshold + 1 - double(sums[0]) / double(counts[0]);
-        const double ground =
-            counts[0] ? double(sums[0]) / double(counts[0]) : 2.0 * levels.threshold + 1 - inkMean;
+            for (int x = 0; x < pixels.width; ++x)
+                ++counts[pixels.row(y)[x]];
+        const SideMeans means = sideMeans(counts, middleLevel(counts, levels.threshold));
+        const double inkMean = levels.bright ? means.high : means.low;
+        const double ground = levels.bright ? means.low : means.high;
         const double none = ground + (inkMean - ground) / 4, full = inkMean - (inkMean - ground) / 4;
         for (int level = 0; level < 256; ++level) {
             const double share = (level - none) / (full - none);
@@ -100,7 +95,8 @@ bool InkBox::take(const ConstGrayView& image, const CharacterBox& box, const Ink
     const int top = std::max(box.top - ring, 0), bottom = std::min(box.bottom + ring, image.height - 1);
     const ConstGrayView pixels = image.part(left, top, right - left + 1, bottom - top + 1);
     const InkScale scale(pixels, levels);
-    std::uint8_t* to = m_bytes.data() + (m_padY + top - box.top + ring) * m_stride + m_padX + left - box.left + ring;
+    std::uint8_t* to =
+        m_bytes.data() + (m_padY + top - box.top + ring) * m_stride + m_padX + left - box.left + ring;
     m_sum = m_squares = 0;
     for (int y = 0; y < pixels.height; ++y, to += m_stride)
         for (int x = 0; x < pixels.width; ++x) {
@@ -113,11 +109,13 @@ bool InkBox::take(const ConstGrayView& image, const CharacterBox& box, const Ink
 
 bool InkBox::comparable(const InkTemplate& candidate) const
 {
-    const auto alike = [](std::int64_t a, std::int64_t b) { return a <= 2 * b + slack && b <= 2 * a + slack; };
+    const auto alike = [](std::int64_t a, std::int64_t b) {
+        return a <= 2 * b + slack && b <= 2 * a + slack;
+    };
     return alike(candidate.width, m_width - 2 * ring) && alike(candidate.height, m_height - 2 * ring);
 }
 
-std::optional<double> InkBox::yield(const InkTemplate& candidate, double least) const
+std::optional<double> InkBox::share(const InkTemplate& candidate, double least) const
 {
     if (!comparable(candidate))
         return std::nullopt;
@@ -125,18 +123,18 @@ std::optional<double> InkBox::yield(const InkTemplate& candidate, double least) 
                         double(std::max(candidate.height + 2 * ring, m_height));
     const double ink = double(candidate.ink), sum = double(m_sum);
     const double variances = (area * ink - ink * ink) * (area * double(m_squares) - sum * sum);
-    const auto yieldOf = [&](double common) {
+    const auto shareOf = [&](double common) {
         const double covariance = area * common - ink * sum;
         return covariance > 0 && variances > 0 ? covariance * covariance / variances : 0.0;
     };
-    if (yieldOf(std::min(ink * fullInk, sum)) <= least)
+    if (shareOf(std::min(ink * fullInk, sum)) <= least)
         return std::nullopt;
     const auto floorHalf = [](int value) { return value >= 0 ? value / 2 : -((1 - value) / 2); };
     const int x = m_padX + floorHalf(m_width - candidate.width);
     const int y = m_padY + floorHalf(m_height - candidate.height);
     const double common =
         double(kernels::mostInkUnder(m_bytes.data() + y * m_stride + x, m_stride, candidate.mask, m_shift));
-    return std::min(yieldOf(common), 1.0);
+    return std::min(shareOf(common), 1.0);
 }
 
 } // namespace ormalux

@@ -65,10 +65,10 @@ public:
     /// short.
     bool take(const ConstGrayView& image, const CharacterBox& box, const InkLevels& levels, int shift);
 
-    /// How well a template agrees at its best place within the shift, middle on middle: the squared
-    /// correlation of the ink with the template, 0 where they disagree. Nothing when it cannot be better than
-    /// `least`, or one is more than twice as wide or as high as the other.
-    std::optional<double> yield(const InkTemplate& candidate, double least) const;
+    /// How well a template agrees at its best place within the shift, middle on middle: the share of the
+    /// ink's variance that it explains, their squared correlation; 0 where they disagree. Nothing when it
+    /// cannot be better than `least`, or one is more than twice as wide or as high as the other.
+    std::optional<double> share(const InkTemplate& candidate, double least) const;
 
 private:
     bool comparable(const InkTemplate& candidate) const;

@@ -1,10 +1,12 @@
 #include "match/TolerantReading.h"
 
 #include "match/CharacterPieces.h"
+#include "match/MiddleLevel.h"
 #include "match/ReadingOrder.h"
 #include "measure/BlobFeatures.h"
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 
 namespace ormalux {
@@ -24,10 +26,9 @@ int shiftOf(const CReadingSettings& settings)
 CCharacterReading readingOf(const CharacterBox& box, const BestKeys& best, const CReadingSettings& settings,
                             int line)
 {
-    const double margin = best.yield - best.secondYield;
-    const bool rejected = best.key < 0 || best.yield < settings.min_yield || margin < settings.min_margin;
-    return {best.key, best.second, rejected,  best.yield, margin,
-            box.left, box.top,     box.right, box.bottom, line};
+    const double yield = std::sqrt(best.share), margin = best.share - best.secondShare;
+    const bool rejected = best.key < 0 || yield < settings.min_yield || margin < settings.min_margin;
+    return {best.key, best.second, rejected, yield, margin, box.left, box.top, box.right, box.bottom, line};
 }
 
 /// The blobs that may be characters or parts of them.
@@ -44,7 +45,7 @@ bool findPieces(const ConstGrayView& image, const CReadingSettings& settings, co
         const bool whole = box.width() >= settings.min_width && box.height() >= settings.min_height;
         if (box.width() <= settings.max_width && box.height() <= settings.max_height &&
             (whole || blob.area >= leastPart))
-            pieces.push_back({box, {}});
+            pieces.push_back({box, blob.area, {}});
     }
     return true;
 }
@@ -64,6 +65,13 @@ void orderReadings(const std::vector<CharacterPiece>& pieces, const CReadingSett
 }
 
 } // namespace
+
+int readingLevel(const ConstGrayView& image, const BlobRegion& region, int start)
+{
+    const LevelCounts counts = countLevels(
+        image.part(region.left, region.top, region.right - region.left, region.bottom - region.top));
+    return middleLevel(counts, start);
+}
 
 bool readBoxes(const ConstGrayView& image, const CReadingSettings& settings,
                std::span<const CharacterBox> boxes, std::span<const _stMatchSource> sources,
@@ -104,8 +112,7 @@ try {
     CharacterReader reader(image, inkLevelsOf(settings), shiftOf(settings), templates.all());
     std::vector<CharacterPiece> pieces;
     const BlobSizes sizes{settings.min_width, settings.max_width, settings.min_height, settings.max_height};
-    if (!findPieces(image, settings, region, reader.leastInk(), pieces) ||
-        !joinPieces(reader, sizes, pieces))
+    if (!findPieces(image, settings, region, reader.leastInk(), pieces) || !joinPieces(reader, sizes, pieces))
         return false;
     orderReadings(pieces, settings, result);
     return true;

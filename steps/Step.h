@@ -70,6 +70,7 @@ std::vector<Step> gaugeSteps();
 std::vector<Step> sampleSteps();
 std::vector<Step> histogramSteps();
 std::vector<Step> frameSteps();
+std::vector<Step> readSteps();
 
 // Parameters that many steps share.
 Parameter wholeNumber(const char* name, double low, double high, const char* help, std::string fallback = {});

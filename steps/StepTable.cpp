@@ -15,7 +15,7 @@ const std::vector<Step>& allSteps()
     static const std::vector<Step> steps = [] {
         std::vector<Step> all;
         for (const auto& part : {imageSteps(), planeSteps(), blobSteps(), matchSteps(), gaugeSteps(),
-                                 sampleSteps(), histogramSteps(), frameSteps()})
+                                 sampleSteps(), histogramSteps(), frameSteps(), readSteps()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
