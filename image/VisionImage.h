@@ -610,7 +610,7 @@ public:
     // Reading with tolerance (match/VisionImageRead.cpp)
 
     /// Reads the characters of a rectangle whose corners are included, in any order, what lies outside the
-    /// image cut off: blobs of the settings' extents by threshold and object, and several blobs together
+    /// image cut off: 8-connected blobs of the settings' extents by threshold and object, and several together
     /// where that agrees better with a source (broken strokes, dots). Unlike OcrMatch it bears noise, levels
     /// that are not those of the sources, and boxes that are a pixel off: gray levels are taken between the
     /// character's own dark and bright, the source is laid middle on middle and tried within the shift.

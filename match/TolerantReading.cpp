@@ -38,7 +38,9 @@ bool findPieces(const ConstGrayView& image, const CReadingSettings& settings, co
     // What is smaller than a sixteenth of the smallest character is noise.
     const std::int64_t leastPart = std::max<std::int64_t>(2, leastInk / 16);
     std::vector<CBlobFeature> blobs;
-    if (!blobFeatures(image, {region, levelsOfColor(settings.threshold, settings.object)}, blobs))
+    // Strokes that touch by corners hold together.
+    const ObjectLevels levels = levelsOfColor(settings.threshold, settings.object);
+    if (!blobFeatures(image, {region, levels, Connectivity::Eight}, blobs))
         return false;
     for (const CBlobFeature& blob : blobs) {
         const CharacterBox box{blob.left, blob.top, blob.right, blob.bottom};
