@@ -610,10 +610,11 @@ public:
     // Reading with tolerance (match/VisionImageRead.cpp)
 
     /// Reads the characters of a rectangle whose corners are included, in any order, what lies outside the
-    /// image cut off: 8-connected blobs of the settings' extents by threshold and object, and several together
-    /// where that agrees better with a source (broken strokes, dots). Unlike OcrMatch it bears noise, levels
-    /// that are not those of the sources, and boxes that are a pixel off: gray levels are taken between the
-    /// character's own dark and bright, the source is laid middle on middle and tried within the shift.
+    /// image cut off: 8-connected blobs of the settings' extents by threshold and object, and several
+    /// together where that agrees better with a source (broken strokes, dots). Unlike OcrMatch it bears
+    /// noise, levels that are not those of the sources, and boxes that are a pixel off: gray levels are taken
+    /// between the character's own dark and bright, the source is laid middle on middle and tried within the
+    /// shift.
     ///
     /// Several sources of one key are one character: the best counts. Ink in a source is 0, for object 255 it
     /// is 255. The result is replaced by a row a character, in lines from top to bottom, in each from left
