@@ -4,7 +4,8 @@
 
 #include "array/MatchSourceFile.h"
 #include "image/VisionImage.h"
-#include "match/TolerantReading.h"
+#include "match/CharacterReading.h"
+#include "match/MiddleLevel.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -143,8 +144,8 @@ Score scoreOf(const std::vector<CCharacterReading>& readings)
 Score read(const CKestImage& image, CMatchSrcArray& sources, bool cutBoxes)
 {
     CReadingSettings settings;
-    settings.threshold = ormalux::readingLevel(image.view(), {0, 0, image.GetWidth(), image.GetHeight()},
-                                               image.GetAutoThreshold('A', 1));
+    settings.threshold =
+        ormalux::middleLevel(ormalux::countLevels(image.view()), image.GetAutoThreshold('A', 1));
     std::vector<CCharacterReading> readings;
     const auto start = std::chrono::steady_clock::now();
     if (cutBoxes) {

@@ -1,7 +1,6 @@
 #include "match/TolerantReading.h"
 
 #include "match/CharacterPieces.h"
-#include "match/MiddleLevel.h"
 #include "match/ReadingOrder.h"
 #include "measure/BlobFeatures.h"
 
@@ -67,13 +66,6 @@ void orderReadings(const std::vector<CharacterPiece>& pieces, const CReadingSett
 }
 
 } // namespace
-
-int readingLevel(const ConstGrayView& image, const BlobRegion& region, int start)
-{
-    const LevelCounts counts = countLevels(
-        image.part(region.left, region.top, region.right - region.left, region.bottom - region.top));
-    return middleLevel(counts, start);
-}
 
 bool readBoxes(const ConstGrayView& image, const CReadingSettings& settings,
                std::span<const CharacterBox> boxes, std::span<const _stMatchSource> sources,

@@ -11,10 +11,6 @@
 
 namespace ormalux {
 
-/// The level between ink and paper in a region of noise, approached from a threshold set by edges, which
-/// noise draws towards the paper. The region must lie in the image and have pixels.
-int readingLevel(const ConstGrayView& image, const BlobRegion& region, int start);
-
 /// Reads every box of the list, in its order; boxes that leave the image are left out. False, with the result
 /// empty, when memory is short.
 bool readBoxes(const ConstGrayView& image, const CReadingSettings& settings,

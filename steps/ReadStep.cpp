@@ -1,10 +1,13 @@
 #include "array/Array.h"
+#include "image/OtsuThreshold.h"
 #include "match/CharacterReading.h"
 #include "match/ReadingOrder.h"
-#include "match/TolerantReading.h"
+#include "match/MiddleLevel.h"
 #include "steps/BindContext.h"
 #include "steps/Step.h"
 #include "steps/Work.h"
+
+#include <algorithm>
 
 namespace ormalux {
 
@@ -23,11 +26,7 @@ struct TolerantReader
         if (!region)
             return;
         CReadingSettings used = settings;
-        used.threshold = work.level(threshold, *region);
-        if (threshold.automatic)
-            used.threshold = readingLevel(work.gray().view(),
-                                          {region->left, region->top, region->right + 1, region->bottom + 1},
-                                          used.threshold);
+        used.threshold = threshold.automatic ? automaticLevel(work, *region) : threshold.low;
         std::vector<CCharacterReading> readings;
         work.gray().ReadCharacters(region->left, region->top, region->right, region->bottom, used, sources,
                                    readings);
@@ -41,6 +40,24 @@ struct TolerantReader
             text += add(reading, found);
         }
         found.setFact("text", std::string_view(text));
+    }
+
+    /// The middle between ink and paper, approached from the threshold by edges, which noise draws towards
+    /// the paper.
+    int automaticLevel(const Work& work, const RECT& region) const
+    {
+        const LevelCounts counts = countLevels(work.gray().view().part(
+            region.left, region.top, region.right - region.left + 1, region.bottom - region.top + 1));
+        const bool uniform = std::count(counts.begin(), counts.end(), 0) >= 255;
+        // Sharp drawings may have no rising edges; they have two levels at least.
+        int start = otsuLevel(counts);
+        try {
+            start = work.level(threshold, region);
+        } catch (const PictureError&) {
+            if (uniform)
+                throw;
+        }
+        return middleLevel(counts, start);
     }
 
     /// Adds a row and returns its character.
