@@ -32,6 +32,7 @@ void declareCommands(Command& program)
     addSource(program);
     addStep(program, "match", "match");
     addStep(program, "ocr", "ocr");
+    addStep(program, "read", "read");
     Command gauge = program.add("gauge", "Measure edges");
     gauge.needsCommand();
     addStep(gauge, "point", "gauge-point");

@@ -14,6 +14,7 @@ set(interface_headers
   image/GrayView.h image/PictureOrigin.h image/VisionImage.h
   color/ColorConversion.h color/ColorView.h color/VisionImage24.h
   measure/Alignment.h measure/BlobFeature.h measure/EdgeMeasure.h measure/PlaneMeasure.h
+  match/CharacterReading.h
   steps/Inspection.h steps/Recipe.h interface/ormalux.h)
 file(GLOB array_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/array/*Array.h)
 list(APPEND interface_headers ${array_headers} array/Records.h array/RecordSpan.h array/RecordStorage.h)

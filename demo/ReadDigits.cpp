@@ -1,8 +1,9 @@
 // ormalux-read-digits SHEET: reads a sheet of 5,000 handwritten digits, cells of 20 x 20 in ten classes of
-// 500. The first 20 of each class become sources, the rest are read with OcrMatch.
+// 500. The first 20 of each class become sources, the rest are read with OcrMatch and with ReadCharacters.
 
 #include "array/MatchSourceFile.h"
 #include "image/VisionImage.h"
+#include "match/CharacterReading.h"
 #include "view/PictureReader.h"
 
 #include <QGuiApplication>
@@ -59,6 +60,21 @@ bool addSource(const CKestImage& sheet, const _stBlobRect& box, char character, 
     return true;
 }
 
+/// Reads and tells how much of it is right, and how fast.
+template <class Read>
+void print(const char* how, const std::string& truth, CMatchSrcArray& sources, Read read)
+{
+    const auto start = std::chrono::steady_clock::now();
+    const std::string text = read();
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    int right = 0;
+    for (std::size_t i = 0; i < std::min(text.size(), truth.size()); ++i)
+        right += text[i] == truth[i];
+    std::printf("%zu handwritten digits read %s with %d sources: %.1f %% right, %.0f characters a second\n",
+                text.size(), how, sources.GetCount(), 100.0 * right / double(truth.size()),
+                double(text.size()) / seconds);
+}
+
 int readSheet(CKestImage& sheet)
 {
     sheet.Invert(); // characters are read dark on light
@@ -82,16 +98,24 @@ int readSheet(CKestImage& sheet)
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
 
-    const auto start = std::chrono::steady_clock::now();
     CMatchResultArray results;
-    sheet.OcrMatch(threshold, digits, sources, results);
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    int right = 0;
-    for (int i = 0; i < results.GetCount(); ++i)
-        right += results[i].key == static_cast<unsigned char>(truth[std::size_t(i)]);
-    std::printf("%d handwritten digits read with %d sources: %.1f %% right, %.0f characters a second\n",
-                results.GetCount(), sources.GetCount(), 100.0 * right / results.GetCount(),
-                results.GetCount() / seconds);
+    print("exactly", truth, sources, [&] {
+        sheet.OcrMatch(threshold, digits, sources, results);
+        std::string read;
+        for (int i = 0; i < results.GetCount(); ++i)
+            read += char(results[i].key);
+        return read;
+    });
+    CReadingSettings settings;
+    settings.threshold = threshold;
+    std::vector<CCharacterReading> readings;
+    print("with tolerance", truth, sources, [&] {
+        sheet.ReadCharacters(digits, settings, sources, readings);
+        std::string read;
+        for (const CCharacterReading& reading : readings)
+            read += char(reading.key);
+        return read;
+    });
     return 0;
 }
 

@@ -35,6 +35,10 @@ struct CBlobFeature;
 /// Where the pixels of an image lie in another one (measure/Alignment.h).
 struct CAlignment;
 
+/// What ReadCharacters takes and gives (match/CharacterReading.h).
+struct CReadingSettings;
+struct CCharacterReading;
+
 /// What LocalThreshold compares a pixel with.
 enum
 {
@@ -602,6 +606,29 @@ public:
     /// gives no result.
     int OcrMatch(int threshold, CBlobRectArray& blobs, CMatchSrcArray& sources,
                  CMatchResultArray& results) const;
+
+    // Reading with tolerance (match/VisionImageRead.cpp)
+
+    /// Reads the characters of a rectangle whose corners are included, in any order, what lies outside the
+    /// image cut off: 8-connected blobs of the settings' extents by threshold and object, and several
+    /// together where that agrees better with a source (broken strokes, dots). Unlike OcrMatch it bears
+    /// noise, levels that are not those of the sources, and boxes that are a pixel off: gray levels are taken
+    /// between the character's own dark and bright, the source is laid middle on middle and tried within the
+    /// shift.
+    ///
+    /// Several sources of one key are one character: the best counts. Ink in a source is 0, for object 255 it
+    /// is 255. The result is replaced by a row a character, in lines from top to bottom, in each from left
+    /// to right: see CCharacterReading. Returns the number of rows; 0 without sources, for an image without
+    /// pixels, another object or too little memory. May run on one image from several threads.
+    int ReadCharacters(int x1, int y1, int x2, int y2, const CReadingSettings& settings,
+                       CMatchSrcArray& sources, std::vector<CCharacterReading>& result) const;
+    /// The same over the whole image.
+    int ReadCharacters(const CReadingSettings& settings, CMatchSrcArray& sources,
+                       std::vector<CCharacterReading>& result) const;
+    /// Reads the boxes of the list, whose corners are inclusive, in its order, without a regard for extents;
+    /// all are line 0. A box that leaves the image or whose corners are reversed gives no row.
+    int ReadCharacters(CBlobRectArray& boxes, const CReadingSettings& settings, CMatchSrcArray& sources,
+                       std::vector<CCharacterReading>& result) const;
 
     // For the library's own modules (image/VisionImage.cpp)
 

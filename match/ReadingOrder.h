@@ -1,17 +1,21 @@
 #pragma once
 
-#include "platform/Export.h"
 #include "array/MatchArray.h"
 #include "platform/Export.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
 namespace ormalux {
 
-/// Characters as they are read: lines from top to bottom, in each from left to right. A character belongs to
-/// the first line beside whose topmost character its middle lies.
-ORMALUX_API std::vector<std::vector<_stMatchResult>> readingOrder(CMatchResultArray results);
+/// The indices of boxes, whose sides all belong to them, as characters are read: lines from top to bottom, in
+/// each from left to right. A character belongs to the first line beside whose topmost character its middle
+/// lies.
+std::vector<std::vector<std::size_t>> linesOf(std::span<const RECT> boxes);
+
+/// The characters themselves in that order.
+ORMALUX_API std::vector<std::vector<_stMatchResult>> readingOrder(const CMatchResultArray& results);
 
 /// How a source's character is shown: "?" for what is no ASCII letter, digit or sign.
 inline std::string characterText(std::uint8_t key)

@@ -171,7 +171,7 @@ std::vector<Step> matchSteps()
 
     Step reading;
     reading.name = "ocr";
-    reading.help = "Read dark characters on a light ground";
+    reading.help = "Read dark characters on a light ground; exact, `read` tolerates noise and shifts";
     reading.measures = true;
     reading.parameters = {{"source", Kind::Files, "", "The characters: .ocs files or folders of them"},
                           levelThreshold(),

@@ -76,6 +76,7 @@ std::vector<Step> edgeSteps();
 std::vector<Step> relationSteps();
 std::vector<Step> featureSteps();
 std::vector<Step> frameSteps();
+std::vector<Step> readSteps();
 
 // Parameters that many steps share.
 Parameter wholeNumber(const char* name, double low, double high, const char* help, std::string fallback = {});

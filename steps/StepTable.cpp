@@ -16,7 +16,7 @@ const std::vector<Step>& allSteps()
         std::vector<Step> all;
         for (const auto& part : {imageSteps(), planeSteps(), blobSteps(), matchSteps(), gaugeSteps(),
                                  sampleSteps(), histogramSteps(), neighbourhoodSteps(), edgeSteps(),
-                                 relationSteps(), featureSteps(), frameSteps()})
+                                 relationSteps(), featureSteps(), frameSteps(), readSteps()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
