@@ -143,10 +143,11 @@ def text(classes, records, constants, conversions, by_hand):
             record = type_of(kind, by_name, True) if kind else {"MatchSrcArray": "MatchSource"}.get(own, "MatchResult")
             out += ARRAYS.format(own=own, record=record)
         elif own == "Recipe":
+            out += "    def assign(self, other: Recipe) -> Recipe: ...\n"
             out += "    def run(self, image: Union[Image, Image24], result: Inspection) -> int: ...\n"
             out += "    def run_array(self, array: Any, bits: int, bgr: bool, result: Inspection) -> int: ...\n"
         elif own == "Inspection":
-            out += "    def table(self, step: str) -> NDArray[Any]: ...\n"
+            out += "    def assign(self, other: Inspection) -> Inspection: ...\n"
         members = [member for member in each.members if member.name not in skipped]
         if own in ("Recipe", "PlaneScale", "Inspection"):
             out += "    def __init__(self) -> None: ...\n"

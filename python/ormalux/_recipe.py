@@ -73,6 +73,14 @@ class Recipe(_core.Recipe):
             raise Error(super().get_error(), self._origin[0] if len(self._origin) == 1 else None)
         self._values[name] = text
 
+    def assign(self, other: "Recipe") -> "Recipe":  # type: ignore[override]
+        """Takes over the other recipe, which is then without steps."""
+        if not isinstance(other, Recipe):
+            raise TypeError(f"expected a Recipe, not {type(other).__name__}")
+        super().assign(other)
+        self._origin, self._values = other._origin, dict(other._values)
+        return self
+
     def run(self, array: Any, bits: int = 8, order: str = "rgb",  # type: ignore[override]
             result: Optional["Result"] = None) -> "Result":
         """Inspects a picture.

@@ -124,6 +124,22 @@ int runColor(const Held<CKestRecipe>& recipe, Color& image, Inspection& result)
     return runFrame(recipe, source, false, owner, result);
 }
 
+template <class Object>
+Object* takeOver(Object& self, Object& other)
+{
+    std::shared_ptr<void> old;
+    operate(std::array<Use, 2>{changes(self), changes(other)}, [&] {
+        if (&self == &other)
+            return;
+        *self = std::move(*other);
+        if constexpr (std::is_same_v<Object, Inspection>) {
+            old = std::move(self.source);
+            self.source = std::move(other.source);
+        }
+    });
+    return &self;
+}
+
 } // namespace
 
 void bindEngine(py::module_& module)
@@ -139,6 +155,10 @@ void bindEngine(py::module_& module)
     bindCKestInspection(inspection);
     bindCKestRecipe(recipe);
     bindCStdlib(library);
+    recipe.def("assign", &takeOver<Held<CKestRecipe>>, py::arg("other"),
+               "Takes over the other recipe, which is then without steps.");
+    inspection.def("assign", &takeOver<Inspection>, py::arg("other"),
+                   "Takes over what the other found; that is then empty.");
     recipe.def("run", &runGray, py::arg("image"), py::arg("result"),
                "Inspects an image. Returns the verdict: 1 pass, 0 fail, -1 error.");
     recipe.def("run", &runColor, py::arg("image"), py::arg("result"));

@@ -174,11 +174,11 @@ class Records(unittest.TestCase):
                 ormalux.Point(*wrong) if len(wrong) > 1 and wrong != "ab" else ormalux.Point(wrong)
 
     def test_a_million_records(self):
-        array = np.zeros(10 ** 6, np.asarray(ormalux.PointArray()).dtype)
-        array["x"] = np.arange(10 ** 6)
-        points = ormalux.PointArray(array)
-        points += points
-        self.assertEqual((len(points), points[-1].x), (2 * 10 ** 6, 999999))
+        array = np.zeros(10 ** 6, np.asarray(ormalux.BlobRectArray()).dtype)
+        array["left"] = np.arange(10 ** 6)
+        boxes = ormalux.BlobRectArray(array)
+        boxes += boxes
+        self.assertEqual((len(boxes), boxes[-1].left), (2 * 10 ** 6, 999999))
 
     def test_one_array_from_many_threads(self):
         points = ormalux.PointArray()
@@ -203,7 +203,7 @@ class Functions(unittest.TestCase):
         np.testing.assert_array_equal(ormalux.threshold(picture, 100), np.where(picture > 100, 255, 0))
         self.assertEqual(picture.max(), 210)
         self.assertEqual(list(ormalux.blobs(picture, 100, min_size=(3, 3), sort="left")["left"]), [5, 40, 70])
-        self.assertEqual(len(ormalux.blobs(picture, "auto", "black", roi=(0, 0, 50, 40))), 1)
+        self.assertEqual(len(ormalux.blobs(picture, 100, "black", roi=(0, 0, 50, 40))), 1)
         with self.assertRaisesRegex(ormalux.Error, "treshold"):
             ormalux.blobs(picture, treshold=3)
         with self.assertRaisesRegex(ormalux.Error, "nowhere.mcs"):
