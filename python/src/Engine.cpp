@@ -50,7 +50,10 @@ Frame frameOf(const py::object& given, int bits, bool bgr)
     if (!tightRows)
         frame.array = py::module_::import("numpy").attr("ascontiguousarray")(frame.array);
     frame.swapped = channels == 4 && !bgr;
-    frame.source = {frame.array.data(), int(width), int(height), frame.array.strides(0),
+    frame.source = {frame.array.data(),
+                    int(width),
+                    int(height),
+                    frame.array.strides(0),
                     deep            ? PixelFormat::Gray16
                     : channels == 1 ? PixelFormat::Gray8
                     : channels == 4 ? PixelFormat::Bgra32
@@ -73,7 +76,8 @@ std::vector<std::uint8_t> withoutAlpha(FrameSource& source)
             to[2] = from[2];
         }
     }
-    source = {bytes.data(), source.width, source.height, 3 * std::ptrdiff_t(source.width), PixelFormat::Rgb24, 8};
+    source = {
+        bytes.data(), source.width, source.height, 3 * std::ptrdiff_t(source.width), PixelFormat::Rgb24, 8};
     return bytes;
 }
 
@@ -98,30 +102,17 @@ int runArray(const Held<CKestRecipe>& recipe, const py::object& array, int bits,
 
 int runGray(const Held<CKestRecipe>& recipe, Gray& image, Inspection& result)
 {
-    FrameSource source;
-    std::shared_ptr<void> owner;
-    {
-        const std::unique_lock guard(image.lock);
-        share(image);
-        const GrayView view = image.image->view();
-        source = {view.pixels, view.width, view.height, view.stride, PixelFormat::Gray8, 8};
-        owner = image.keeper;
-    }
-    return runFrame(recipe, source, false, owner, result);
+    const auto [view, keeper, frozen] = sharedPixels(image);
+    return runFrame(recipe, {view.pixels, view.width, view.height, view.stride, PixelFormat::Gray8, 8}, false,
+                    keeper, result);
 }
 
 int runColor(const Held<CKestRecipe>& recipe, Color& image, Inspection& result)
 {
-    FrameSource source;
-    std::shared_ptr<void> owner;
-    {
-        const std::unique_lock guard(image.lock);
-        share(image);
-        const ColorView view = image.image->view();
-        source = {view.pixels, view.width, view.height, 3 * std::ptrdiff_t(view.width), PixelFormat::Bgr24, 8};
-        owner = image.keeper;
-    }
-    return runFrame(recipe, source, false, owner, result);
+    const auto [view, keeper, frozen] = sharedPixels(image);
+    const std::ptrdiff_t stride = 3 * std::ptrdiff_t(view.width);
+    return runFrame(recipe, {view.pixels, view.width, view.height, stride, PixelFormat::Bgr24, 8}, false,
+                    keeper, result);
 }
 
 template <class Object>

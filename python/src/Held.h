@@ -79,9 +79,8 @@ public:
     {
         static_assert(N <= most);
         for (const Use& use : uses) {
-            const auto same =
-                std::find_if(m_uses.begin(), m_uses.begin() + m_count,
-                             [&](const Use& other) { return other.object == use.object; });
+            const auto same = std::find_if(m_uses.begin(), m_uses.begin() + m_count,
+                                           [&](const Use& other) { return other.object == use.object; });
             if (same != m_uses.begin() + m_count)
                 same->changes = same->changes || use.changes;
             else

@@ -116,45 +116,39 @@ py::array given(std::uint8_t* pixels, py::ssize_t width, py::ssize_t height, boo
 
 py::array shown(Gray& self)
 {
-    const std::unique_lock guard(self.lock);
-    share(self);
-    const GrayView view = self.image->view();
+    const auto [view, keeper, frozen] = sharedPixels(self);
     if (view.empty())
         return py::array_t<std::uint8_t>(std::vector<py::ssize_t>{0, 0});
-    py::array array = py::array_t<std::uint8_t>({py::ssize_t(view.height), py::ssize_t(view.width)},
-                                                {view.stride, py::ssize_t(1)}, view.pixels,
-                                                capsuleOf(self.keeper));
-    if (self.frozen)
+    py::array array =
+        py::array_t<std::uint8_t>({py::ssize_t(view.height), py::ssize_t(view.width)},
+                                  {view.stride, py::ssize_t(1)}, view.pixels, capsuleOf(keeper));
+    if (frozen)
         array.attr("setflags")(false);
     return array;
 }
 
 py::array shown(Color& self)
 {
-    const std::unique_lock guard(self.lock);
-    share(self);
-    const ColorView view = self.image->view();
+    const auto [view, keeper, frozen] = sharedPixels(self);
     if (view.empty())
         return py::array_t<std::uint8_t>(std::vector<py::ssize_t>{0, 0, 3});
     const py::ssize_t width = view.width;
     return py::array_t<std::uint8_t>({py::ssize_t(view.height), width, py::ssize_t(3)},
                                      {3 * width, py::ssize_t(3), py::ssize_t(-1)}, view.pixels + 2,
-                                     capsuleOf(self.keeper));
+                                     capsuleOf(keeper));
 }
 
 py::buffer_info bufferOf(Gray& self)
 {
-    const std::unique_lock guard(self.lock);
-    share(self);
-    const GrayView view = self.image->view();
+    const auto [view, keeper, frozen] = sharedPixels(self);
     if (view.empty())
         return {static_cast<std::uint8_t*>(nullptr), {0, 0}, {1, 1}};
-    if (self.pinned.empty() || self.pinned.back() != self.keeper)
-        self.pinned.push_back(self.keeper);
+    if (self.pinned.empty() || self.pinned.back() != keeper)
+        self.pinned.push_back(keeper);
     return {view.pixels,
             {py::ssize_t(view.height), py::ssize_t(view.width)},
             {view.stride, py::ssize_t(1)},
-            self.frozen != nullptr};
+            frozen != nullptr};
 }
 
 template <class Held>
@@ -195,78 +189,84 @@ void bindPixels(py::class_<Held>& bound, bool color)
     bound.def("__copy__", [](const Held& self) { return copyOf(self); });
     bound.def("__deepcopy__", [](const Held& self, const py::object&) { return copyOf(self); });
     bound.def("assign", &assign<Held>, py::arg("other"), "Becomes a deep copy of the other image.");
-    bound.def("__array__",
-              [](Held& self, const py::object& dtype, const py::object& copy) -> py::object {
-                  const py::array array = shown(self);
-                  if (!dtype.is_none() && !py::dtype::from_args(dtype).equal(array.dtype()))
-                      return array.attr("astype")(dtype);
-                  if (!copy.is_none() && copy.cast<bool>())
-                      return array.attr("copy")();
-                  return array;
-              },
-              py::arg("dtype") = py::none(), py::arg("copy") = py::none(),
-              "The pixels in place: what either changes the other sees.");
-    bound.def("set_image_ptr",
-              [color](Held& self, int width, int height, const py::buffer& pixels) {
-                  const py::buffer_info info = bytesOf(pixels, bytesFor(color, width, height));
-                  replaced(self, [&](auto& image) {
-                      image.SetImagePtr(width, height, static_cast<std::uint8_t*>(info.ptr));
-                      return 0;
-                  });
-              },
-              py::arg("width"), py::arg("height"), py::arg("pixels"),
-              "A copy of the bytes of rows, top row first; those of a colour image are padded to 4 bytes.");
-    bound.def("set_image_ptr_link",
-              [color](Held& self, int width, int height, const py::buffer& pixels) {
-                  auto info = std::make_unique<py::buffer_info>(
-                      bytesOf(pixels, bytesFor(color, width, height)));
-                  std::uint8_t* const bytes = static_cast<std::uint8_t*>(info->ptr);
-                  std::shared_ptr<void> owner(info.release(), [](void* last) {
-                      const py::gil_scoped_acquire acquired;
-                      delete static_cast<py::buffer_info*>(last);
-                  });
-                  const char* const frozen =
-                      static_cast<py::buffer_info*>(owner.get())->readonly ? readOnly : nullptr;
-                  operate(std::array<Use, 1>{changes(self)}, [&] {
-                      self.image->SetImagePtrLink(width, height, bytes);
-                      std::swap(self.keeper, owner); // the old one is let go of unlocked
-                      self.kept = bytes;
-                      self.frozen = frozen;
-                  });
-              },
-              py::arg("width"), py::arg("height"), py::arg("pixels"),
-              "Borrows the bytes of any object with a buffer and keeps it alive; no copy.");
-    bound.def("set_empty",
-              [](Held& self) {
-                  replaced(self, [](auto& image) {
-                      image.SetEmpty();
-                      return 0;
-                  });
-              },
-              "Lets go of the pixels; width, height and length become 0.");
-    bound.def("load_image",
-              [](Held& self, const py::object& path) {
-                  const std::string name = pathText(path);
-                  return replaced(self, [&](auto& image) { return image.LoadImage(name.c_str()); });
-              },
-              py::arg("path"), "Reads a BMP of the image's depth. Returns 1, or 0 on failure.");
-    bound.def("get_image_ptr",
-              [color](const Held& self, int x1, int y1, int x2, int y2) -> py::object {
-                  std::uint8_t* const pixels = operate(
-                      std::array<Use, 1>{reads(self)}, [&] { return (*self).GetImagePtr(x1, y1, x2, y2); });
-                  if (!pixels)
-                      return py::none();
-                  return given(pixels, std::abs(py::ssize_t(x2) - x1) + 1, std::abs(py::ssize_t(y2) - y1) + 1,
-                               color);
-              },
-              py::arg("x1"), py::arg("y1"), py::arg("x2"), py::arg("y2"),
-              "A new array of the rectangle, corners included; None when it leaves the image.");
-    bound.def("paint_image",
-              [](const Held&, const py::args&) {
-                  PyErr_SetString(PyExc_NotImplementedError, "painting needs the display module");
-                  throw py::error_already_set();
-              },
-              "Not to be had here: painting needs the display module.");
+    bound.def(
+        "__array__",
+        [](Held& self, const py::object& dtype, const py::object& copy) -> py::object {
+            const py::array array = shown(self);
+            if (!dtype.is_none() && !py::dtype::from_args(dtype).equal(array.dtype()))
+                return array.attr("astype")(dtype);
+            if (!copy.is_none() && copy.cast<bool>())
+                return array.attr("copy")();
+            return array;
+        },
+        py::arg("dtype") = py::none(), py::arg("copy") = py::none(),
+        "The pixels in place: what either changes the other sees.");
+    bound.def(
+        "set_image_ptr",
+        [color](Held& self, int width, int height, const py::buffer& pixels) {
+            const py::buffer_info info = bytesOf(pixels, bytesFor(color, width, height));
+            replaced(self, [&](auto& image) {
+                image.SetImagePtr(width, height, static_cast<std::uint8_t*>(info.ptr));
+                return 0;
+            });
+        },
+        py::arg("width"), py::arg("height"), py::arg("pixels"),
+        "A copy of the bytes of rows, top row first; those of a colour image are padded to 4 bytes.");
+    bound.def(
+        "set_image_ptr_link",
+        [color](Held& self, int width, int height, const py::buffer& pixels) {
+            auto info = std::make_unique<py::buffer_info>(bytesOf(pixels, bytesFor(color, width, height)));
+            std::uint8_t* const bytes = static_cast<std::uint8_t*>(info->ptr);
+            std::shared_ptr<void> owner(info.release(), [](void* last) {
+                const py::gil_scoped_acquire acquired;
+                delete static_cast<py::buffer_info*>(last);
+            });
+            const char* const frozen =
+                static_cast<py::buffer_info*>(owner.get())->readonly ? readOnly : nullptr;
+            operate(std::array<Use, 1>{changes(self)}, [&] {
+                self.image->SetImagePtrLink(width, height, bytes);
+                std::swap(self.keeper, owner); // the old one is let go of unlocked
+                self.kept = bytes;
+                self.frozen = frozen;
+            });
+        },
+        py::arg("width"), py::arg("height"), py::arg("pixels"),
+        "Borrows the bytes of any object with a buffer and keeps it alive; no copy.");
+    bound.def(
+        "set_empty",
+        [](Held& self) {
+            replaced(self, [](auto& image) {
+                image.SetEmpty();
+                return 0;
+            });
+        },
+        "Lets go of the pixels; width, height and length become 0.");
+    bound.def(
+        "load_image",
+        [](Held& self, const py::object& path) {
+            const std::string name = pathText(path);
+            return replaced(self, [&](auto& image) { return image.LoadImage(name.c_str()); });
+        },
+        py::arg("path"), "Reads a BMP of the image's depth. Returns 1, or 0 on failure.");
+    bound.def(
+        "get_image_ptr",
+        [color](const Held& self, int x1, int y1, int x2, int y2) -> py::object {
+            std::uint8_t* const pixels =
+                operate(std::array<Use, 1>{reads(self)}, [&] { return (*self).GetImagePtr(x1, y1, x2, y2); });
+            if (!pixels)
+                return py::none();
+            return given(pixels, std::abs(py::ssize_t(x2) - x1) + 1, std::abs(py::ssize_t(y2) - y1) + 1,
+                         color);
+        },
+        py::arg("x1"), py::arg("y1"), py::arg("x2"), py::arg("y2"),
+        "A new array of the rectangle, corners included; None when it leaves the image.");
+    bound.def(
+        "paint_image",
+        [](const Held&, const py::args&) {
+            PyErr_SetString(PyExc_NotImplementedError, "painting needs the display module");
+            throw py::error_already_set();
+        },
+        "Not to be had here: painting needs the display module.");
 }
 
 } // namespace
@@ -335,24 +335,28 @@ void bindImages(py::module_&, py::class_<Gray>& gray, py::class_<Color>& color)
              }),
              py::arg("width"), py::arg("height"), py::arg("bits_per_pixel"), py::arg("pixels"),
              py::arg("channels"));
-    gray.def("set_image_ptr", [](Gray& self, int width, int height) {
-        replaced(self, [&](CKestImage& image) {
-            image.SetImagePtr(width, height);
-            return 0;
-        });
-    }, py::arg("width"), py::arg("height"), "A black image.");
-    gray.def("set_image_ptr",
-             [deep](Gray& self, int width, int height, int bits, const py::buffer& pixels,
-                    const std::string& channels) {
-                 CKestImage made;
-                 deep(made, width, height, bits, pixels, channels);
-                 replaced(self, [&](CKestImage& image) {
-                     image = made;
-                     return 0;
-                 });
-             },
-             py::arg("width"), py::arg("height"), py::arg("bits_per_pixel"), py::arg("pixels"),
-             py::arg("channels"), "A gray image from 8-, 24- or 32-bit pixels, rows top-down and unpadded.");
+    gray.def(
+        "set_image_ptr",
+        [](Gray& self, int width, int height) {
+            replaced(self, [&](CKestImage& image) {
+                image.SetImagePtr(width, height);
+                return 0;
+            });
+        },
+        py::arg("width"), py::arg("height"), "A black image.");
+    gray.def(
+        "set_image_ptr",
+        [deep](Gray& self, int width, int height, int bits, const py::buffer& pixels,
+               const std::string& channels) {
+            CKestImage made;
+            deep(made, width, height, bits, pixels, channels);
+            replaced(self, [&](CKestImage& image) {
+                image = made;
+                return 0;
+            });
+        },
+        py::arg("width"), py::arg("height"), py::arg("bits_per_pixel"), py::arg("pixels"),
+        py::arg("channels"), "A gray image from 8-, 24- or 32-bit pixels, rows top-down and unpadded.");
     bindPixels(color, true);
     color.def(py::init(&colorOf), py::arg("array"), py::arg("order") = "rgb");
     color.def(py::init([](int width, int height, const py::buffer& pixels) {

@@ -9,7 +9,8 @@ namespace ormalux::python {
 
 inline void bindEnumerations(py::module_& module)
 {
-    py::enum_<CEdgePolarity>(module, "EdgePolarity", "Which way an edge goes, seen from where its scan starts.")
+    py::enum_<CEdgePolarity>(module, "EdgePolarity",
+                             "Which way an edge goes, seen from where its scan starts.")
         .value("DARK_BRIGHT", CEdgePolarity::DarkBright)
         .value("BRIGHT_DARK", CEdgePolarity::BrightDark)
         .value("ANY", CEdgePolarity::Any);
@@ -24,7 +25,8 @@ inline void bindEnumerations(py::module_& module)
 
 /// Conversion from tuples, lists and records of structured arrays, and into tuples; equality; a text.
 template <class Record, class ToTuple>
-void completeRecord(py::class_<Record>& record, const char* name, std::vector<const char*> fields, ToTuple toTuple)
+void completeRecord(py::class_<Record>& record, const char* name, std::vector<const char*> fields,
+                    ToTuple toTuple)
 {
     record.def(py::init([type = py::handle(record), fields](const py::sequence& values) {
         if (py::isinstance<py::str>(values) || values.size() != fields.size())
@@ -60,13 +62,16 @@ void completeRecord(py::class_<Record>& record, const char* name, std::vector<co
     py::implicitly_convertible<py::tuple, Record>();
     py::implicitly_convertible<py::list, Record>();
     if constexpr (requires(Record r) { r.data; })
-        record.def_property_readonly("data", [](const Record& self) -> py::object {
-            if (!self.data)
-                return py::none();
-            py::array_t<std::uint8_t> pixels({py::ssize_t(self.height), py::ssize_t(self.width)});
-            std::memcpy(pixels.mutable_data(), self.data, std::size_t(pixels.size()));
-            return pixels;
-        }, "The pixels, 0 or 255, copied.");
+        record.def_property_readonly(
+            "data",
+            [](const Record& self) -> py::object {
+                if (!self.data)
+                    return py::none();
+                py::array_t<std::uint8_t> pixels({py::ssize_t(self.height), py::ssize_t(self.width)});
+                std::memcpy(pixels.mutable_data(), self.data, std::size_t(pixels.size()));
+                return pixels;
+            },
+            "The pixels, 0 or 255, copied.");
 }
 
 } // namespace ormalux::python
