@@ -122,7 +122,7 @@ def array_record(name, members):
 
 def text(classes, records, constants, conversions, by_hand):
     by_name = {record.name for record in records}
-    out = HEAD + "__version__: str\n\nclass Error(Exception): ...\n\n" + "".join(f"{name}: int\n" for name in constants)
+    out = HEAD + "__version__: str\n\ndef require_main_interpreter() -> None: ...\n\n" + "".join(f"{name}: int\n" for name in constants)
     for name, values in (("EdgePolarity", "DARK_BRIGHT BRIGHT_DARK ANY"), ("EdgeSelect", "ALL FIRST LAST STRONGEST")):
         out += f"\nclass {name}:\n    def __init__(self, value: int) -> None: ...\n"
         out += "".join(f"    {value}: {name}\n" for value in values.split())

@@ -19,11 +19,11 @@ from ._core import __version__  # noqa: E402,F401
 from ._draw import draw  # noqa: E402
 from ._functions import blobs, circle, edges, features, line, match, read, threshold  # noqa: E402
 from ._png import png as _png  # noqa: E402
-from ._recipe import Error, Recipe, Result  # noqa: E402
+from ._recipe import Error, Recipe, Result  # type: ignore[assignment] # noqa: E402
 
 for _class in (_core.Image, _core.Image24):
-    _class._repr_png_ = lambda self: _png(self) if self.get_width() > 0 and not self.is_empty() else None  # type: ignore
-    _class.__repr__ = lambda self: f"<{type(self).__name__} of {self.get_width()} x {self.get_height()} pixels>"
+    setattr(_class, "_repr_png_", lambda self: None if self.is_empty() or self.get_width() < 1 else _png(self))
+    setattr(_class, "__repr__", lambda self: f"<{type(self).__name__} of {self.get_width()} x {self.get_height()} pixels>")
 del _class
 
 __all__ = sorted({name for name in dir(_core) if not name.startswith("_")} - {"require_main_interpreter"} |

@@ -2,9 +2,11 @@
 import concurrent.futures
 import copy
 import gc
+import pathlib
 import pickle
 import subprocess
 import sys
+import tempfile
 import time
 import unittest
 import weakref
@@ -12,7 +14,7 @@ import weakref
 import numpy as np
 
 import ormalux
-from support import noise, parts
+from support import CLI, noise, parts, save_bmp
 
 
 class Pixels(unittest.TestCase):
@@ -208,6 +210,22 @@ class Functions(unittest.TestCase):
             ormalux.blobs(picture, treshold=3)
         with self.assertRaisesRegex(ormalux.Error, "nowhere.mcs"):
             ormalux.match(picture, "nowhere.mcs")
+
+    @unittest.skipUnless(CLI, "the command line, which cuts the template, is not built")
+    def test_match_and_texts(self):
+        with tempfile.TemporaryDirectory() as folder:
+            folder = pathlib.Path(folder)
+            save_bmp(folder / "a.bmp", parts())
+            subprocess.run([CLI, "source", "cut", "a.bmp", "--roi", "70,8,85,19", "--threshold", "100", "--object", "white",
+                            "-o", "lid.mcs"], cwd=folder, check=True, capture_output=True,
+                           env={"QT_QPA_PLATFORM": "offscreen"})
+            found = ormalux.match(parts(), folder / "lid.mcs", threshold=100, min_yield=0.9, sort="left")
+            self.assertEqual([found["left"].tolist(), found["yield"].tolist()], [[70], [1.0]])
+            (folder / "lid.mcs").write_bytes(b"damaged")
+            with self.assertRaisesRegex(ormalux.Error, "lid.mcs"):
+                ormalux.match(parts(), folder / "lid.mcs", threshold=100)
+            with self.assertRaisesRegex(ormalux.Error, "nowhere"):
+                ormalux.Recipe.parse('{"steps":[{"step":"ocr","source":"nowhere"}]}', folder)
 
     def test_edges_line_circle(self):
         self.known("edges", line=[0, 0, 1, 1])

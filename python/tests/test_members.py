@@ -1,7 +1,11 @@
 """Every exported member of the library is bound, under its name and in all its forms."""
+import ast
 import inspect
+import pathlib
 import re
+import shutil
 import subprocess
+import tempfile
 import unittest
 from collections import Counter
 
@@ -55,6 +59,23 @@ class Members(unittest.TestCase):
             if bound is None or (name != "assign" and forms(bound) < count):
                 missing.append(f"{owner}.{name}: {count} exported, {forms(bound) if bound else 0} bound")
         self.assertEqual(missing, [])
+
+    def test_the_stubs_name_what_is_bound(self):
+        stubs = ast.parse(pathlib.Path(_core.__file__).with_name("_core.pyi").read_text())
+        declared = {each.name: {member.name for member in each.body if isinstance(member, ast.FunctionDef)}
+                    for each in stubs.body if isinstance(each, ast.ClassDef)}
+        for owner, kind in inspect.getmembers(_core, inspect.isclass):
+            members = {name for name, member in inspect.getmembers(kind, callable) if not name.startswith("_")}
+            if owner not in ("EdgePolarity", "EdgeSelect"):
+                self.assertEqual(members - declared.get(owner, set()), set(), owner)
+
+    @unittest.skipUnless(shutil.which("mypy"), "mypy is not installed")
+    def test_the_package_and_its_stubs_agree(self):
+        folder = pathlib.Path(ormalux.__file__).parent.parent
+        with tempfile.TemporaryDirectory() as cache:
+            checked = subprocess.run(["mypy", "--python-version", "3.9", "--cache-dir", cache, "-p", "ormalux"],
+                                     cwd=folder, capture_output=True, check=False)
+        self.assertEqual(checked.returncode, 0, checked.stdout.decode())
 
     def test_bound_members_say_what_they_do(self):
         self.assertIn("Every pixel greater than t becomes 255", ormalux.Image.threshold.__doc__)
