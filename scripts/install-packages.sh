@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# install-packages.sh GROUP...: installs what a Debian 12 machine lacks of the groups build, test, sanitize, fuzz,
-# windows, bench, demo, docs. Asks for nothing when all is there.
+# install-packages.sh GROUP...: installs what a Debian 12 machine lacks of the groups build, test, python, sanitize,
+# fuzz, windows, bench, demo, docs. Asks for nothing when all is there.
 set -euo pipefail
 
 declare -A groups=(
@@ -8,6 +8,7 @@ declare -A groups=(
              qt6-l10n-tools qt6-translations-l10n
              nlohmann-json3-dev libcli11-dev fonts-nanum ccache"
     [test]="libgtest-dev libgmock-dev python3 qt6-base-dev-tools xvfb openbox xdotool xclip"
+    [python]="pybind11-dev python3-dev python3-numpy mypy"
     [fuzz]="clang libclang-rt-14-dev"
     [format]="clang-format-14"
     [windows]="g++-mingw-w64-x86-64-posix googletest wine wine64 icoutils"

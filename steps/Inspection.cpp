@@ -40,6 +40,28 @@ const Cell* factOf(const Findings* found, const char* fact)
     return index < 0 ? nullptr : &found->fact(std::size_t(index));
 }
 
+/// What a step lists; null for unknown ones and those that list nothing.
+const Layout* listOf(const Findings* found)
+{
+    return found && !found->layout().list.empty() ? &found->layout() : nullptr;
+}
+
+const Column* columnOf(const Findings* found, int column)
+{
+    const Layout* const layout = listOf(found);
+    return !layout || column < 0 || std::size_t(column) >= layout->columns.size()
+               ? nullptr
+               : &layout->columns[std::size_t(column)];
+}
+
+/// A step that ran, counted from 0.
+const BoundStep* stepAt(const InspectionData* data, int step)
+{
+    return !data || !data->ran() || step < 0 || std::size_t(step) >= data->plan->steps.size()
+               ? nullptr
+               : &data->plan->steps[std::size_t(step)];
+}
+
 int readNumber(const Cell* cell, double& value)
 {
     if (!cell || (cell->kind != Cell::Kind::Integer && cell->kind != Cell::Kind::Real))
@@ -118,6 +140,55 @@ int CKestInspection::GetText(const char* step, std::string& text) const
     return readText(found, factOf(found, "text"), text);
 }
 
+int CKestInspection::GetStepCount() const
+{
+    return m_data && m_data->ran() ? int(m_data->plan->steps.size()) : 0;
+}
+
+const char* CKestInspection::GetStepName(int step) const
+{
+    const BoundStep* const bound = stepAt(m_data.get(), step);
+    return bound ? bound->name.c_str() : "";
+}
+
+const char* CKestInspection::GetStepKind(int step) const
+{
+    const BoundStep* const bound = stepAt(m_data.get(), step);
+    return bound ? bound->step->name.c_str() : "";
+}
+
+int CKestInspection::GetColumnCount(const char* step) const
+{
+    const Layout* const layout = listOf(m_data ? findingsOf(*m_data, step) : nullptr);
+    return layout ? int(layout->columns.size()) : -1;
+}
+
+const char* CKestInspection::GetColumnName(const char* step, int column) const
+{
+    const Column* const found = columnOf(m_data ? findingsOf(*m_data, step) : nullptr, column);
+    return found ? found->name.c_str() : "";
+}
+
+int CKestInspection::GetColumnType(const char* step, int column) const
+{
+    const Column* const found = columnOf(m_data ? findingsOf(*m_data, step) : nullptr, column);
+    return found ? int(found->type) : -1;
+}
+
+int CKestInspection::GetColumn(const char* step, int column, std::vector<double>& values) const
+try {
+    values.clear();
+    const Findings* const found = m_data ? findingsOf(*m_data, step) : nullptr;
+    if (!columnOf(found, column))
+        return 0;
+    values.reserve(found->rows());
+    for (std::size_t row = 0; row < found->rows(); ++row)
+        values.push_back(found->cell(row, std::size_t(column)).number());
+    return 1;
+} catch (const std::bad_alloc&) {
+    return 0;
+}
+
 int CKestInspection::GetFailedCount() const
 {
     return m_data ? int(m_data->failed.size()) : 0;
@@ -158,5 +229,13 @@ int CKestInspection::GetImage(CKestImage& image) const
     if (!m_data || !m_data->ran() || m_data->work.gray().IsEmpty())
         return 0;
     image = m_data->work.gray();
+    return !image.IsEmpty();
+}
+
+int CKestInspection::GetImage(CKestImage24& image) const
+{
+    if (!m_data || !m_data->ran() || !m_data->work.inColor())
+        return 0;
+    image = m_data->work.color();
     return !image.IsEmpty();
 }

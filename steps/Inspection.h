@@ -4,8 +4,18 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class CKestImage;
+class CKestImage24;
+
+/// What a column of findings holds.
+enum
+{
+    COLUMN_INTEGER = 0,
+    COLUMN_REAL = 1,
+    COLUMN_TEXT = 2
+};
 
 namespace ormalux {
 struct InspectionData;
@@ -48,6 +58,24 @@ public:
     /// Reads the "text" of a reading step; 0 when there is none.
     int GetText(const char* step, std::string& text) const;
 
+    // The tables that the recipe's steps made, for hosts that show or convert all of them.
+
+    /// The number of steps that ran, 0 after an error.
+    int GetStepCount() const;
+    /// The own name of a step, counted from 0; empty when it has none.
+    const char* GetStepName(int step) const;
+    /// What a step, counted from 0, does: "blobs", "threshold"; empty for others.
+    const char* GetStepKind(int step) const;
+    /// The columns of a step's list; -1 for an unknown step or one that lists nothing.
+    int GetColumnCount(const char* step) const;
+    /// The name of a column, counted from 0; empty for others.
+    const char* GetColumnName(const char* step, int column) const;
+    /// COLUMN_INTEGER, COLUMN_REAL or COLUMN_TEXT; -1 for unknown ones.
+    int GetColumnType(const char* step, int column) const;
+    /// Reads the numbers of a column into values, one a row; texts and what is null are not a number. Returns
+    /// 1, or 0 with values empty when there is no such column or memory is short.
+    int GetColumn(const char* step, int column, std::vector<double>& values) const;
+
     /// The limits that failed and those that warned.
     int GetFailedCount() const;
     int GetWarnedCount() const;
@@ -60,6 +88,9 @@ public:
     /// Copies the gray picture as the steps left it. Returns 1, or 0 when there is none or memory is short. A
     /// picture that no step has changed is read where the caller of Run had it.
     int GetImage(CKestImage& image) const;
+    /// Copies the colour picture as the steps left it, rows unpadded. Returns 1, or 0 when what they left is
+    /// gray, there is none, or memory is short.
+    int GetImage(CKestImage24& image) const;
 
     // For the library's own modules. Without data memory is short.
     bool reserve();
