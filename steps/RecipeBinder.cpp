@@ -12,10 +12,16 @@ namespace {
 
 using Part = RecipeDocuments::Part;
 
-const std::vector<std::string> topFields{"$schema", "name",  "bits",   "values",
-                                         "scale",   "steps", "limits", "include"};
+// Made when they are asked for: loading the library takes no memory.
+std::vector<std::string> topFields()
+{
+    return {"$schema", "name", "bits", "values", "scale", "steps", "limits", "include"};
+}
 /// What every step may have besides its parameters.
-const std::vector<std::string> stepFields{"step", "name", "in"};
+std::vector<std::string> stepFields()
+{
+    return {"step", "name", "in"};
+}
 
 /// Makes a plan of documents; everything that is wrong is reported.
 class Binder
@@ -43,10 +49,11 @@ private:
     void bindTop(const Part& part)
     {
         const auto& root = part.root;
+        const std::vector<std::string> fields = topFields();
         for (std::size_t i = 0; i < root.keys.size(); ++i) {
             const std::string& key = root.keys[i];
-            if (std::find(topFields.begin(), topFields.end(), key) == topFields.end())
-                m_faults.add(part.file, root.keyLines[i], "", unknownName("field", key, topFields));
+            if (std::find(fields.begin(), fields.end(), key) == fields.end())
+                m_faults.add(part.file, root.keyLines[i], "", unknownName("field", key, fields));
             m_isNew = m_isNew || (key != "steps" && key != "name" && key != "$schema");
         }
         const Node* const steps = root.find("steps");
@@ -152,7 +159,7 @@ private:
         for (std::size_t i = 0; i < object.items.size(); ++i)
             if (object.keys[i] != "step" && object.keys[i] != "name")
                 object.items[i] = substituted(given.items[i], part, label + ", " + object.keys[i]);
-        std::vector<std::string> besides = stepFields;
+        std::vector<std::string> besides = stepFields();
         const bool canBeUpright = bound.step->measures && bound.step->parameter("roi");
         if (canBeUpright)
             besides.push_back("upright");

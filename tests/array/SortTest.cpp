@@ -68,7 +68,7 @@ void checkSort(const char* name, void (Array::*sort)(), SetKey setKey, KeyOf key
         for (int n : {0, 1, 2, 3, 24, 25, 130, 511, manner == 2 ? 1100 : 700}) {
             Array array;
             Keys keys(manner);
-            const auto added = array.appendForOverwrite(std::size_t(n));
+            const std::span added = array.appendForOverwrite(std::size_t(n));
             std::ranges::fill(std::as_writable_bytes(added), std::byte(0)); // padding is compared too
             for (int i = 0; i < n; ++i) {
                 number(added[std::size_t(i)], i);

@@ -258,8 +258,8 @@ Picture drawn(bool color)
         double x, y, radius;
     } parts[] = {{20, 18, 11}, {58, 17, 8}, {38, 44, 12}, {70, 47, 7}};
     const int channels = color ? 3 : 1;
-    Picture picture{width, height, 8 * channels,
-                    std::vector<std::uint8_t>(std::size_t(width) * height * channels)};
+    Picture picture{
+        width, height, 8 * channels, std::vector<std::uint8_t>(std::size_t(width) * height * channels), {}};
     std::uint8_t* p = picture.pixels.data();
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
@@ -349,7 +349,7 @@ protected:
         const std::unique_ptr<CKestImage24> color(window.GetImage24());
         if (!color || color->IsEmpty())
             return ofGray();
-        Picture picture{color->GetWidth(), color->GetHeight(), 24, {}};
+        Picture picture{color->GetWidth(), color->GetHeight(), 24, {}, {}};
         const auto view = std::as_const(*color).view();
         for (int y = 0; y < view.height; ++y) {
             const std::uint8_t* const line = view.pixels + ormalux::paddedStride(view.width) * y;
@@ -362,7 +362,7 @@ protected:
     {
         const std::unique_ptr<CKestImage> gray(window.GetImage());
         const auto view = std::as_const(*gray).view();
-        return {view.width, view.height, 8, {view.pixels, view.pixels + gray->GetImageLen()}};
+        return {view.width, view.height, 8, {view.pixels, view.pixels + gray->GetImageLen()}, {}};
     }
 
     /// "Add to Recipe ..." with the file chosen in the dialog that it opens.
