@@ -108,8 +108,8 @@ FrameSource frameOf(const LoadedPicture& picture, int bits)
 {
     const PixelSource& pixels = picture.pixels;
     if (picture.deep)
-        return {picture.deep, pixels.width, pixels.height, std::ptrdiff_t(2) * pixels.width,
-                PixelFormat::Gray16, bits, bits > 0};
+        return {picture.deep,        pixels.width, pixels.height, std::ptrdiff_t(2) * pixels.width,
+                PixelFormat::Gray16, bits,         bits > 0};
     return {pixels.bits,
             pixels.width,
             pixels.height,

@@ -8,8 +8,8 @@
 
 namespace ormalux::cli {
 
-/// The module that decodes and writes other pictures than BMP and draws, loaded at the first call: the program
-/// starts without it. Null with the reason in `why` when there is none.
+/// The module that decodes and writes other pictures than BMP and draws, loaded at the first call: the
+/// program starts without it. Null with the reason in `why` when there is none.
 const OrmaluxPictures* pictureModule(std::string& why);
 
 /// What the program says of itself behind its version; empty when it can have the module.

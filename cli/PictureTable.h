@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What the command line has of the module of pictures, which alone knows the toolkit: a table of functions in C, so
-/// that neither links the other. Both are of one build; the version tells when they are not.
+/// What the command line has of the module of pictures, which alone knows the toolkit: a table of functions
+/// in C, so that neither links the other. Both are of one build; the version tells when they are not.
 extern "C" {
 
 struct OrmaluxPixels
@@ -21,7 +21,7 @@ struct OrmaluxDecoded
     OrmaluxPixels pixels;
     int bits, usedBits, pages, transparent;
     const std::uint16_t* deep; ///< of 16-bit gray levels: these, row by row; else null
-    void* owner; ///< of the pixels, until it is released
+    void* owner;               ///< of the pixels, until it is released
 };
 
 /// A shape as steps/Overlay.h has it.
@@ -34,8 +34,8 @@ struct OrmaluxShape
     const char* label;
 };
 
-/// Every function that returns text returns null when it did its work, else why not, in words that last until the
-/// next call; the very pointer noMemory where memory was short.
+/// Every function that returns text returns null when it did its work, else why not, in words that last until
+/// the next call; the very pointer noMemory where memory was short.
 struct OrmaluxPictures
 {
     const char* version;

@@ -135,7 +135,7 @@ Score scoreOf(const std::vector<CCharacterReading>& readings)
         score.rejected += r.rejected;
         score.right += !r.rejected && r.key == characterAt(i);
         score.wrong += !r.rejected && r.key != characterAt(i);
-        score.leastYield = std::min(score.leastYield, r.yield);
+        score.leastYield = std::min(score.leastYield, r.best_yield);
         score.leastMargin = std::min(score.leastMargin, r.margin);
     }
     return score;

@@ -13,7 +13,8 @@ CKestImage drawn()
     CKestImage image(64, 48);
     for (int y = 0; y < 48; ++y)
         for (int x = 0; x < 64; ++x)
-            image.SetPixel(x, y, static_cast<unsigned char>((x / 16 + y / 12) % 2 ? 200 + x % 7 : 30 + y % 5));
+            image.SetPixel(x, y,
+                           static_cast<unsigned char>((x / 16 + y / 12) % 2 ? 200 + x % 7 : 30 + y % 5));
     return image;
 }
 

@@ -143,12 +143,13 @@ BmpOutcome readBmp(std::span<const std::uint8_t> file, bool indicesAreGray, Pict
     const bool indexed = header.bitCount == 8 && !indicesAreGray;
     const Palette palette = indexed ? readPalette(file, header) : Palette{};
     const int bitCount = indexed && !isGray(palette) ? 24 : header.bitCount;
-    return readRows(file.data() + start, header, bitCount, picture, [&](const std::uint8_t* in, std::uint8_t* out) {
-        if (indexed)
-            applyPalette(palette, bitCount, in, int(header.width), out);
-        else
-            std::memcpy(out, in, row);
-    });
+    return readRows(file.data() + start, header, bitCount, picture,
+                    [&](const std::uint8_t* in, std::uint8_t* out) {
+                        if (indexed)
+                            applyPalette(palette, bitCount, in, int(header.width), out);
+                        else
+                            std::memcpy(out, in, row);
+                    });
 }
 
 BmpOutcome readWideBmp(std::span<const std::uint8_t> file, Picture& picture)

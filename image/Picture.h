@@ -17,7 +17,7 @@ struct Picture
     int bitCount = 8;
     std::vector<std::uint8_t> pixels;
     std::vector<std::uint16_t> deep{}; ///< of a file of 16-bit gray levels: these, row by row; else empty
-    PictureOrigin origin;              ///< of a picture that was read from a file
+    PictureOrigin origin{};            ///< of a picture that was read from a file
 
     bool empty() const { return pixels.empty(); }
     bool isGray() const { return bitCount == 8; }

@@ -19,10 +19,10 @@ struct CReadingSettings
 /// A character that was read; the box's sides all belong to it.
 struct CCharacterReading
 {
-    int key;       ///< the character whose source agrees best; -1 when no source is of its size
-    int second;    ///< the other character that agrees best; -1 without one
-    bool rejected; ///< too little yield or margin
-    double yield;  ///< 0 to 1: the correlation of the character with the source
+    int key;           ///< the character whose source agrees best; -1 when no source is of its size
+    int second;        ///< the other character that agrees best; -1 without one
+    bool rejected;     ///< too little yield or margin
+    double best_yield; ///< 0 to 1: the correlation of the character with the source
     double margin; ///< how much more the source explains than the second's: the squared yields' difference
     int left;
     int top;

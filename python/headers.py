@@ -8,7 +8,8 @@ CLASS_HEADERS = ["image/VisionImage.h", "color/VisionImage24.h", "array/BlobRect
                  "array/PixelArray.h", "array/PointArray.h", "array/RectArray.h", "array/ValueArray.h",
                  "platform/Stdlib.h", "measure/PlaneMeasure.h", "steps/Inspection.h", "steps/Recipe.h"]
 RECORD_HEADERS = ["platform/Types.h", "array/Records.h", "image/VisionImage.h", "measure/PlaneMeasure.h",
-                  "measure/EdgeMeasure.h", "measure/BlobFeature.h", "measure/Alignment.h"]
+                  "measure/EdgeMeasure.h", "measure/BlobFeature.h", "measure/Alignment.h",
+                  "match/CharacterReading.h"]
 OWN = "For the library's own modules"  # what follows is not for hosts
 
 

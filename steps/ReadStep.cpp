@@ -70,7 +70,7 @@ struct TolerantReader
             found.addNull();
         else
             found.add(std::string_view(characterText(std::uint8_t(reading.second))));
-        found.add(reading.yield);
+        found.add(reading.best_yield);
         found.add(reading.margin);
         for (const int value : {reading.left, reading.top, reading.right, reading.bottom})
             found.add(value);

@@ -126,7 +126,7 @@ private:
             return fault("step", kind ? kind->line : given.line,
                          "an object with the field \"step\" is expected");
         bound.step = findStep(kind->text);
-        bindName(bound, own, fault);
+        bindName(bound, own, given.line, fault);
         if (!bound.step)
             fault("step", kind->line, unknownName("step", kind->text, stepNames()));
         else
@@ -134,11 +134,11 @@ private:
         m_plan->steps.push_back(std::move(bound)); // a wrong one too: later ones may name it
     }
 
-    void bindName(BoundStep& bound, const Node* own, const ArgumentFault& fault)
+    void bindName(BoundStep& bound, const Node* own, int line, const ArgumentFault& fault)
     {
         if (!own) {
             if (bound.step && bound.step->name == "frame")
-                fault("name", 0, "a frame needs a name");
+                fault("name", line, "a frame needs a name");
             return;
         }
         m_isNew = true;

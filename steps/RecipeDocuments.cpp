@@ -31,6 +31,14 @@ std::string joined(const std::string& folder, const std::string& name)
     return folder.empty() || path.is_absolute() ? name : utf8(nativePath(folder.c_str()) / path);
 }
 
+/// The same text for every way to write a file's path.
+std::string identityOf(const std::string& file)
+{
+    std::error_code error;
+    const auto known = std::filesystem::weakly_canonical(nativePath(file.c_str()), error);
+    return error ? file : utf8(known);
+}
+
 bool sameKind(const Node& a, const Node& b)
 {
     return a.kind == b.kind || (a.isNumber() && b.isNumber());
@@ -88,12 +96,7 @@ void RecipeDocuments::add(std::string_view json, const std::string& file, const 
         return;
     if (!part.root.isObject())
         return faults.add(file, part.root.line, "", "an object with a list of steps is expected");
-    std::error_code error;
-    const auto known = std::filesystem::weakly_canonical(nativePath(file.c_str()), error);
-    const std::string identity = error ? file : utf8(known);
-    if (std::find(open.begin(), open.end(), identity) != open.end())
-        return faults.add(file, 0, "include", "the recipe includes itself");
-    open.push_back(identity);
+    open.push_back(identityOf(file));
     addIncluded(part, faults, open);
     open.pop_back();
     addValues(part, faults);
@@ -114,6 +117,8 @@ void RecipeDocuments::addIncluded(const Part& part, Faults& faults, std::vector<
             return faults.add(part.file, name.line, "include", "too many recipes in one another");
         else if (const std::string path = joined(part.folder, name.text); !fileLength(path.c_str()))
             faults.add(part.file, name.line, "include", path + ": cannot be read");
+        else if (std::find(open.begin(), open.end(), identityOf(path)) != open.end())
+            faults.add(part.file, name.line, "include", "the recipe includes itself");
         else
             addFile(path, faults, open);
     }

@@ -22,8 +22,8 @@ int nearest(double value)
 void addLabelledBox(CDrawObjArray& shapes, const RECT& box, COLORREF color, const char* label)
 {
     shapes.AddRectangle(box.left - 1, box.top - 1, box.right + 2, box.bottom + 2, 0, 1, color, "result");
-    shapes.AddLabel({box.left - 1, box.top - 1, box.right + 2, box.bottom + 2}, LABEL_ABOVE, label,
-                    color, "result");
+    shapes.AddLabel({box.left - 1, box.top - 1, box.right + 2, box.bottom + 2}, LABEL_ABOVE, label, color,
+                    "result");
 }
 
 void addShape(CDrawObjArray& shapes, const OrmaluxShape& shape)

@@ -94,10 +94,10 @@ const char* write(const char* path, const OrmaluxPixels* picture)
 {
     return guarded([&] {
         std::string error;
-        writePicture(path,
-                     PixelSource{picture->bits, picture->width, picture->height, picture->stride,
-                                 picture->bitCount},
-                     &error);
+        writePicture(
+            path,
+            PixelSource{picture->bits, picture->width, picture->height, picture->stride, picture->bitCount},
+            &error);
         return error;
     });
 }

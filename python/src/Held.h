@@ -6,6 +6,7 @@
 #include "array/Array.h"
 #include "color/VisionImage24.h"
 #include "image/VisionImage.h"
+#include "match/CharacterReading.h"
 #include "measure/Alignment.h"
 #include "measure/BlobFeature.h"
 #include "measure/EdgeMeasure.h"

@@ -85,6 +85,16 @@ QImage blackAndWhite()
     return image;
 }
 
+/// The upper eight of 16 bits.
+QImage upperBits(const QImage& deep)
+{
+    QImage image(deep.size(), QImage::Format_Grayscale8);
+    for (int y = 0; y < deep.height(); ++y)
+        for (int x = 0; x < deep.width(); ++x)
+            image.scanLine(y)[x] = uchar(reinterpret_cast<const quint16*>(deep.constScanLine(y))[x] >> 8);
+    return image;
+}
+
 TEST_F(PictureFileTest, EveryKindIsShownUprightAndInItsOwnColors)
 {
     const auto gray = [](int i) { return qRgb(i, i, i); };
@@ -113,7 +123,9 @@ TEST_F(PictureFileTest, EveryKindIsShownUprightAndInItsOwnColors)
         ASSERT_TRUE(openPicture(window(), saved(c.image, c.name), &why)) << qPrintable(why);
         EXPECT_EQ(window().GetBitCount(), c.depth) << qPrintable(c.name);
         const auto depth = c.depth == 8 ? QImage::Format_Grayscale8 : QImage::Format_BGR888;
-        EXPECT_EQ(shown(), QImage(path(c.name)).convertToFormat(depth)) << qPrintable(c.name);
+        const QImage read(path(c.name));
+        const bool deep = read.format() == QImage::Format_Grayscale16;
+        EXPECT_EQ(shown(), deep ? upperBits(read) : read.convertToFormat(depth)) << qPrintable(c.name);
     }
 }
 

@@ -178,7 +178,7 @@ class Hostile(cli_test.Runs):
                 ('{"steps":[{"step":"match","threshold":1,\n"source":"bad.mcs"}]}', "2: step 1, source: bad.mcs: not a match source"),
                 ('{"steps":[{"step":"match","threshold":1,\n"source":"none.mcs"}]}', "2: step 1, source: none.mcs: not a match source"),
                 (limit % ("(" * 30_000), "2: limit 1, matches: "), (limit % ("a?" * 600), "2: limit 1, matches: "),
-                ('{"include":["r.json"],"steps":[]}', ": include: the recipe includes itself")):
+                ('{"include":["r.json"],"steps":[]}', "1: include: the recipe includes itself")):
             self.write("r.json", text.encode())
             error = self.run_program("recipe", "check", "r.json", code=2).stderr
             self.assertTrue(error.startswith("r.json" + ("" if told[0] == ":" else ":") + told), error)

@@ -171,7 +171,7 @@ TEST(TolerantReading, RejectsWhatIsUncertainAndCountsSourcesOfOneKeyOnce)
     const CKestImage image = drawn({"8"});
     ASSERT_EQ(image.ReadCharacters(settings, digits.sources, readings), 1);
     const CCharacterReading eight = readings[0];
-    EXPECT_DOUBLE_EQ(eight.yield, 1.0);
+    EXPECT_DOUBLE_EQ(eight.best_yield, 1.0);
     EXPECT_GT(eight.margin, 0.1);
     EXPECT_EQ(eight.right - eight.left + 1, glyphWidth);
 

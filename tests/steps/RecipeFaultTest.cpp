@@ -89,7 +89,7 @@ TEST(RecipeFaults, HostileTextGivesOneLineOfOurOwn)
     }
     EXPECT_THAT(faultsOf("{\n\"steps\": [\n1,\n 2 3]}").front(), HasSubstr("recipe:4: not JSON"));
     EXPECT_THAT(faultsOf("{\"name\":\"a\",\n\"name\":\"b\",\"steps\":[{\"step\":\"blobs\"}]}").front(),
-                HasSubstr("recipe:2: the field \"name\" stands twice"));
+                HasSubstr("recipe:2: name: the field stands twice"));
 }
 
 TEST(RecipeFaults, IncludedRecipesComeFirstAndTheirFaultsNameTheirFile)

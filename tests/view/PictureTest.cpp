@@ -169,7 +169,7 @@ TEST_F(PictureFiles, AWideBmpReadsAsTheToolkitReadsIt)
         if (kind == 4) // no place for the pixels
             other[10] = 0;
         Picture own, toolkits;
-        std::string why;
+        ormalux::PictureRefusal why;
         const bool wide = ormalux::readWideBmp(other, own) == ormalux::BmpOutcome::Read;
         EXPECT_EQ(wide, kind < 3);
         toolkits = ormalux::decodePicture(other, PaletteUse::Applied, why);
