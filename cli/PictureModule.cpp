@@ -2,18 +2,12 @@
 
 #include "cli/Input.h"
 #include "cli/Output.h"
+#include "cli/SharedModule.h"
 #include "platform/Path.h"
 #include "platform/Process.h"
 
 #include <filesystem>
 #include <new>
-
-// The platform's own headers stay in this file: they know other types by the interface's names.
-#if defined(_WIN32)
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
 
 namespace ormalux::cli {
 
@@ -22,40 +16,6 @@ namespace ormalux::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-#if defined(_WIN32)
-
-void* opened(const fs::path& file, std::string& why)
-{
-    void* const module =
-        reinterpret_cast<void*>(LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
-    if (!module)
-        why = "system error " + std::to_string(GetLastError());
-    return module;
-}
-
-OrmaluxPicturesFunction* functionOf(void* module)
-{
-    return reinterpret_cast<OrmaluxPicturesFunction*>(
-        reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), ORMALUX_PICTURES_FUNCTION)));
-}
-
-#else
-
-void* opened(const fs::path& file, std::string& why)
-{
-    void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module)
-        why = dlerror();
-    return module;
-}
-
-OrmaluxPicturesFunction* functionOf(void* module)
-{
-    return reinterpret_cast<OrmaluxPicturesFunction*>(dlsym(module, ORMALUX_PICTURES_FUNCTION));
-}
-
-#endif
 
 /// Beside the program, as in a build or on Windows, or in the folder that it is installed to.
 fs::path moduleFile()
@@ -80,12 +40,13 @@ const OrmaluxPictures* load(std::string& why)
         why = "is missing";
         return nullptr;
     }
-    void* const module = opened(file, why);
+    void* const module = openModule(file, why);
     if (!module) {
         why = "cannot be loaded: " + why;
         return nullptr;
     }
-    OrmaluxPicturesFunction* const function = functionOf(module);
+    auto* const function =
+        reinterpret_cast<OrmaluxPicturesFunction*>(moduleFunction(module, ORMALUX_PICTURES_FUNCTION));
     const OrmaluxPictures* const table = function ? function() : nullptr;
     if (!table || std::string(table->version) != ORMALUX_VERSION) {
         why = "belongs to another version";
